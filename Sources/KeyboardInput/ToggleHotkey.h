@@ -1,0 +1,36 @@
+#pragma once
+
+#include "KeyboardInput/HotkeyModifiers.h"
+#include "KeyboardMapping/KeyboardLayoutKind.h"
+#include "PerformanceModel/Character.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace tavro {
+
+/// The key that toggles Global Play, and how a key press is told to be it.
+struct ToggleHotkey {
+    /// Lower case. Decides only without a key code.
+    Character character = U'^';
+    /// The physical key; when present, it alone decides.
+    std::optional<std::int64_t> keyCode;
+    HotkeyModifiers modifiers;
+
+    /// The character of a hotkey given as text: its last one, in lower case, white space around the text
+    /// left out; "^" when nothing is left.
+    [[nodiscard]] static Character characterOf(std::string_view text);
+
+    /// Whether this is one of the two physical keys that count as the caret key: the one left of 1 and the
+    /// one beside the left Shift. Which of them carries it differs between ISO and ANSI keyboards.
+    [[nodiscard]] static bool isCaretKey(std::int64_t keyCode);
+
+    /// Whether a press of this key with exactly these modifiers is the hotkey.
+    [[nodiscard]] bool matches(std::int64_t pressedKeyCode, HotkeyModifiers pressedModifiers,
+                               KeyboardLayoutKind layoutKind) const;
+
+    friend bool operator==(const ToggleHotkey&, const ToggleHotkey&) = default;
+};
+
+} // namespace tavro

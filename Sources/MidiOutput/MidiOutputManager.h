@@ -1,0 +1,102 @@
+#pragma once
+
+#include "Concurrency/MainActor.h"
+#include "MidiOutput/MidiDestination.h"
+#include "MidiOutput/MidiSystem.h"
+#include "PerformanceModel/NoteEvent.h"
+
+#include <QObject>
+#include <QString>
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace tavro {
+
+/// Names one note-on that is scheduled and not sent yet; the values are those of its event, unclamped.
+struct PendingNoteKey {
+    std::int64_t note;
+    std::int64_t channel;
+    Character sourceKey;
+
+    friend auto operator<=>(const PendingNoteKey&, const PendingNoteKey&) = default;
+};
+
+/// The one place that talks to the MIDI system: the program's client, port and source, the list of
+/// destinations, sending with strum delays, and the panic. Nothing here fails: what the system refuses is
+/// told in `statusText`, and sending to what does not exist does nothing. Main thread only.
+class MidiOutputManager : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString statusText READ statusText NOTIFY statusTextChanged)
+    Q_PROPERTY(quint32 selectedDestinationID READ selectedDestinationID WRITE setSelectedDestinationID NOTIFY
+                   selectedDestinationIDChanged)
+
+public:
+    /// Creates client, port and source, and reads the destinations. Both collaborators must outlive this.
+    MidiOutputManager(MidiSystem& system, MainActor& mainActor);
+    ~MidiOutputManager() override;
+
+    /// In the system's order. Follows the system.
+    [[nodiscard]] const std::vector<MidiDestination>& destinations() const { return destinations_; }
+
+    /// 0 plays through the program's own source. Any other value is a destination's id, and stays when that
+    /// destination disappears.
+    [[nodiscard]] MidiObjectRef selectedDestinationID() const { return selectedDestinationID_; }
+
+    void setSelectedDestinationID(MidiObjectRef id);
+
+    /// One line for the user about what happened last.
+    [[nodiscard]] const QString& statusText() const { return statusText_; }
+
+    /// Reads the destinations anew. Does not touch the selection.
+    void refreshDestinations();
+
+    /// Plays what one press or release produced. Note-offs go out at once, and one whose note-on is still
+    /// pending cancels it instead; a note-off that no key caused cancels every pending note-on of its note
+    /// and channel, and is sent too. Note-ons follow the strum.
+    void send(std::span<const NoteEvent> events, std::int64_t strumMilliseconds);
+
+    /// Sends one event now. Channel, note and velocity are clamped to what MIDI can carry.
+    void send(const NoteEvent& event);
+
+    /// Sends a note-on after a delay of 1 ms or more. An older one of the same key is replaced.
+    void sendNoteOn(const NoteEvent& event, std::int64_t delayMilliseconds);
+
+    void cancelPendingNoteOns();
+
+    /// Whether a note-on is still waiting.
+    [[nodiscard]] bool hasPendingNoteOns() const { return !pendingNoteOns_.empty(); }
+
+    /// Sends the bytes of one message now, to the selected destination or to the program's own source.
+    void sendBytes(std::span<const std::uint8_t> message);
+
+    /// Silences every receiver: cancels what is pending, then All Notes Off and All Sound Off on all sixteen
+    /// channels, whatever channel is given: a receiver may sound on one that was used before.
+    void sendAllNotesOff(std::int64_t channel);
+
+Q_SIGNALS:
+    void destinationsChanged();
+    void selectedDestinationIDChanged();
+    void statusTextChanged();
+
+private:
+    void setup();
+    void setStatusText(const QString& text);
+
+    MidiSystem& system_;
+    MainActor& mainActor_;
+    std::vector<MidiDestination> destinations_;
+    MidiObjectRef selectedDestinationID_ = 0;
+    QString statusText_;
+    MidiObjectRef client_ = 0;
+    MidiObjectRef outputPort_ = 0;
+    MidiObjectRef virtualSource_ = 0;
+    std::map<PendingNoteKey, ScheduledTask> pendingNoteOns_;
+    /// Lets work that was posted and cannot be cancelled see whether this still exists.
+    std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true);
+};
+
+} // namespace tavro

@@ -1,0 +1,227 @@
+#include "Platform/Linux/Jack/MidiSystemAdapter.h"
+
+#include "Platform/Linux/Jack/PortNames.h"
+
+#include <jack/metadata.h>
+#include <jack/midiport.h>
+#include <jack/uuid.h>
+
+#include <utility>
+
+namespace tavro::jack {
+
+namespace {
+
+// One object of each kind, so the kind names it.
+constexpr MidiObjectRef clientReference = 1;
+constexpr MidiObjectRef outputPortReference = 2;
+constexpr MidiObjectRef sourceReference = 3;
+
+MidiCreation failure(jack_status_t status) {
+    return {.status = -static_cast<std::int32_t>(status), .reference = 0};
+}
+
+void keepSilent(const char* /*text*/) {}
+
+std::optional<std::string> prettyName(jack_port_t* port) {
+    char* value = nullptr;
+    char* type = nullptr;
+    if (jack_get_property(jack_port_uuid(port), JACK_METADATA_PRETTY_NAME, &value, &type) != 0) {
+        return std::nullopt;
+    }
+    std::optional<std::string> name;
+    if (value != nullptr && *value != '\0') {
+        name = value;
+    }
+    jack_free(value);
+    jack_free(type);
+    return name;
+}
+
+} // namespace
+
+MidiSystemAdapter::MidiSystemAdapter(MainActor& mainActor) : mainActor_(mainActor) {}
+
+MidiSystemAdapter::~MidiSystemAdapter() {
+    disposePort(outputPortReference);
+    disposeEndpoint(sourceReference);
+    disposeClient(clientReference);
+}
+
+MidiCreation MidiSystemAdapter::createClient(std::string_view name, std::function<void()> onChange) {
+    if (client_ != nullptr) {
+        return failure(JackFailure);
+    }
+    // A missing server is told by the status; libjack's own lines about it would only alarm.
+    jack_set_error_function(keepSilent);
+    jack_set_info_function(keepSilent);
+
+    auto status = jack_status_t{};
+    client_ = jack_client_open(std::string(name).c_str(), JackNoStartServer, &status);
+    if (client_ == nullptr) {
+        return failure(status == jack_status_t{} ? JackFailure : status);
+    }
+    writer_ = std::make_unique<PortWriter>(*client_);
+    watch_ = std::make_unique<GraphWatch>(*client_, mainActor_, [this, onChange = std::move(onChange)] {
+        followRoute();
+        if (onChange) {
+            onChange();
+        }
+    });
+    if (jack_activate(client_) != 0) {
+        disposeClient(clientReference);
+        return failure(JackFailure);
+    }
+    return {.status = 0, .reference = clientReference};
+}
+
+MidiCreation MidiSystemAdapter::createOutputPort(MidiObjectRef client, std::string_view name) {
+    auto creation = createPort(client, name, PortWriter::Port::output, outputPort_);
+    creation.reference = creation.status == 0 ? outputPortReference : 0;
+    return creation;
+}
+
+MidiCreation MidiSystemAdapter::createSource(MidiObjectRef client, std::string_view name) {
+    auto creation = createPort(client, name, PortWriter::Port::source, source_);
+    creation.reference = creation.status == 0 ? sourceReference : 0;
+    return creation;
+}
+
+std::size_t MidiSystemAdapter::numberOfDestinations() {
+    destinations_.clear();
+    if (isConnected()) {
+        const PortNames names(jack_get_ports(client_, nullptr, JACK_DEFAULT_MIDI_TYPE, JackPortIsInput));
+        for (const auto portName : names) {
+            const auto* port = jack_port_by_name(client_, portName.data());
+            if (port != nullptr && jack_port_is_mine(client_, port) == 0) {
+                destinations_.push_back(identifiers_.identifierOf(portName));
+            }
+        }
+    }
+    return destinations_.size();
+}
+
+MidiObjectRef MidiSystemAdapter::destination(std::size_t index) {
+    return index < destinations_.size() ? destinations_[index] : 0;
+}
+
+std::optional<std::string> MidiSystemAdapter::displayName(MidiObjectRef destination) {
+    const auto* portName = identifiers_.portName(destination);
+    if (portName == nullptr || !isConnected()) {
+        return std::nullopt;
+    }
+    auto* port = jack_port_by_name(client_, portName->c_str());
+    return port == nullptr ? std::nullopt : prettyName(port);
+}
+
+std::optional<std::string> MidiSystemAdapter::name(MidiObjectRef destination) {
+    const auto* portName = identifiers_.portName(destination);
+    return portName == nullptr ? std::nullopt : std::optional(*portName);
+}
+
+void MidiSystemAdapter::prepareRoute(MidiObjectRef outputPort, MidiObjectRef destination) {
+    if (outputPort == outputPortReference && destination != route_) {
+        route_ = destination;
+        followRoute();
+    }
+}
+
+void MidiSystemAdapter::send(MidiObjectRef outputPort, MidiObjectRef destination,
+                             std::span<const std::uint8_t> message) {
+    if (outputPort != outputPortReference || !isConnected()) {
+        return;
+    }
+    prepareRoute(outputPort, destination);
+    writer_->send(PortWriter::Port::output, message);
+}
+
+void MidiSystemAdapter::received(MidiObjectRef source, std::span<const std::uint8_t> message) {
+    if (source == sourceReference && isConnected()) {
+        writer_->send(PortWriter::Port::source, message);
+    }
+}
+
+void MidiSystemAdapter::disposePort(MidiObjectRef outputPort) {
+    if (outputPort == outputPortReference) {
+        disposePort(PortWriter::Port::output, outputPort_);
+    }
+}
+
+void MidiSystemAdapter::disposeEndpoint(MidiObjectRef source) {
+    if (source == sourceReference) {
+        disposePort(PortWriter::Port::source, source_);
+    }
+}
+
+void MidiSystemAdapter::disposeClient(MidiObjectRef client) {
+    if (client != clientReference || client_ == nullptr) {
+        return;
+    }
+    // Closing ends the server's calls, so that what they work on can go after it, and not before.
+    jack_client_close(client_);
+    client_ = nullptr;
+    outputPort_ = nullptr;
+    source_ = nullptr;
+    watch_.reset();
+    writer_.reset();
+    destinations_.clear();
+    route_ = 0;
+}
+
+std::uint64_t MidiSystemAdapter::droppedMessages() const {
+    return writer_ == nullptr ? 0 : writer_->droppedMessages();
+}
+
+bool MidiSystemAdapter::isConnected() const {
+    return client_ != nullptr && watch_->isServerThere();
+}
+
+MidiCreation MidiSystemAdapter::createPort(MidiObjectRef client, std::string_view name, PortWriter::Port kind,
+                                           jack_port_t*& port) {
+    if (client != clientReference || !isConnected() || port != nullptr) {
+        return failure(JackFailure);
+    }
+    const std::string portName(name);
+    port = jack_port_register(client_, portName.c_str(), JACK_DEFAULT_MIDI_TYPE, JackPortIsOutput, 0);
+    if (port == nullptr) {
+        return failure(JackFailure);
+    }
+    // Only for the eyes: a server without metadata shows the plain name.
+    jack_set_property(client_, jack_port_uuid(port), JACK_METADATA_PRETTY_NAME, portName.c_str(),
+                      "text/plain");
+    writer_->attach(kind, *port);
+    return {};
+}
+
+void MidiSystemAdapter::disposePort(PortWriter::Port kind, jack_port_t*& port) {
+    if (port == nullptr) {
+        return;
+    }
+    writer_->detach(kind, [this] { return watch_->isServerThere(); });
+    if (isConnected()) {
+        jack_remove_property(client_, jack_port_uuid(port), JACK_METADATA_PRETTY_NAME);
+        jack_port_unregister(client_, port);
+    }
+    port = nullptr;
+}
+
+void MidiSystemAdapter::followRoute() {
+    if (outputPort_ == nullptr || !isConnected()) {
+        return;
+    }
+    const auto* wanted = identifiers_.portName(route_);
+    auto isThere = false;
+    const PortNames connections(jack_port_get_all_connections(client_, outputPort_));
+    for (const auto portName : connections) {
+        if (wanted != nullptr && portName == *wanted) {
+            isThere = true;
+        } else {
+            jack_disconnect(client_, jack_port_name(outputPort_), portName.data());
+        }
+    }
+    if (wanted != nullptr && !isThere && jack_port_by_name(client_, wanted->c_str()) != nullptr) {
+        jack_connect(client_, jack_port_name(outputPort_), wanted->c_str());
+    }
+}
+
+} // namespace tavro::jack

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+
+namespace tavro::jack {
+
+/// Where in the period that begins at `periodStart` an event belongs that was handed over at `stamp`: one
+/// period after it, so that every event is late by the same time. A stamp that would fall outside the
+/// period is moved to its nearest frame, and no event comes before `earliest`, the offset of the one before
+/// it. Stamps count frames and wrap around; `frames` is the length of the period, at least 1.
+[[nodiscard]] constexpr std::uint32_t offsetOnePeriodLater(std::uint32_t stamp, std::uint32_t periodStart,
+                                                           std::uint32_t frames, std::uint32_t earliest) {
+    // The difference of two counters that wrap is small and has a sign once it is read as signed.
+    const auto sinceStart = static_cast<std::int32_t>(stamp - periodStart);
+    const auto wanted = std::int64_t{sinceStart} + frames;
+    const auto last = std::int64_t{frames} - 1;
+    return static_cast<std::uint32_t>(
+        std::clamp(std::max(wanted, std::int64_t{earliest}), std::int64_t{0}, last));
+}
+
+} // namespace tavro::jack

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "Platform/Linux/Jack/MessageRing.h"
+
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <span>
+
+#include <jack/jack.h>
+
+namespace tavro::jack {
+
+/// Brings messages from the main thread to the client's ports, each one period after it was sent. The part
+/// in the server's thread allocates nothing, locks nothing and calls no system. Main thread only, but for
+/// `process` and the counts.
+class PortWriter {
+public:
+    enum class Port : std::uint16_t { source, output };
+
+    /// Becomes the process callback of a client that is not active yet and must be closed before this is
+    /// destroyed.
+    explicit PortWriter(jack_client_t& client);
+
+    PortWriter(const PortWriter&) = delete;
+    PortWriter& operator=(const PortWriter&) = delete;
+    ~PortWriter() = default;
+
+    /// From the next period on, messages for this port go here.
+    void attach(Port port, jack_port_t& target);
+
+    /// Waits until everything sent before has gone over the wire, then gives the port up: once this returns
+    /// it can be unregistered. Waits no longer than a few periods and a tenth of a second, and only while
+    /// `isServerThere` answers true.
+    void detach(Port port, const std::function<bool()>& isServerThere);
+
+    /// Sends one message now. One for a port that is not attached is ignored.
+    void send(Port port, std::span<const std::uint8_t> message);
+
+    /// How many messages were lost because the ring was full, they were no message (empty or longer than
+    /// `MessageRing::longestMessage`), or their port was given up. Any thread.
+    [[nodiscard]] std::uint64_t droppedMessages() const { return dropped_.load(std::memory_order_relaxed); }
+
+private:
+    static constexpr std::size_t portCount = 2;
+    static constexpr std::size_t ringBytes = 16384;
+
+    int process(jack_nframes_t frames);
+    [[nodiscard]] std::chrono::microseconds longestWait() const;
+
+    jack_client_t& client_;
+    MessageRing ring_{ringBytes};
+    std::array<std::atomic<jack_port_t*>, portCount> ports_{};
+    std::atomic<std::uint64_t> finishedPeriods_ = 0;
+    std::atomic<std::uint64_t> dropped_ = 0;
+};
+
+} // namespace tavro::jack

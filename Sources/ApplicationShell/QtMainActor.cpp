@@ -3,6 +3,8 @@
 #include <QMetaObject>
 #include <QTimer>
 
+#include <algorithm>
+
 #include <limits>
 #include <memory>
 #include <utility>

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <utility>
 #include <variant>
 
 namespace tavro {
@@ -46,61 +44,6 @@ template <class... Cases> struct Overloaded : Cases... {
     using Cases::operator()...;
 };
 
-std::string describe(const Json& json) {
-    constexpr std::size_t longestQuote = 40;
-    switch (json.type()) {
-    case Json::value_t::null:
-        return "null";
-    case Json::value_t::object:
-        return "an object";
-    case Json::value_t::array:
-        return "an array";
-    default:
-        break;
-    }
-    // Invalid UTF-8 must not make the error fail in turn.
-    const auto text = json.dump(-1, ' ', true, Json::error_handler_t::replace);
-    return text.size() <= longestQuote ? text : text.substr(0, longestQuote) + "...";
-}
-
-std::string sentence(const std::string& key, const std::string& expected, const Json& found) {
-    return (key.empty() ? std::string() : "\"" + key + "\": ") + "expected " + expected + ", found " +
-           describe(found);
-}
-
-std::int64_t decodeInteger(const std::string& key, const Json& json) {
-    if (json.is_number_unsigned()) {
-        const auto value = json.get<std::uint64_t>();
-        if (std::in_range<std::int64_t>(value)) {
-            return static_cast<std::int64_t>(value);
-        }
-    } else if (json.is_number_integer()) {
-        return json.get<std::int64_t>();
-    } else if (json.is_number_float()) {
-        // 60.0 is the integer 60: other writers of the format do not keep the two apart.
-        const auto value = json.get<double>();
-        constexpr double limit = 9223372036854775808.0;
-        if (value == std::trunc(value) && value >= -limit && value < limit) {
-            return static_cast<std::int64_t>(value);
-        }
-    }
-    throw DecodingError(key, "an integer", json);
-}
-
-bool decodeFlag(const std::string& key, const Json& json) {
-    if (!json.is_boolean()) {
-        throw DecodingError(key, "true or false", json);
-    }
-    return json.get<bool>();
-}
-
-const std::string& decodeText(const std::string& key, const std::string& expected, const Json& json) {
-    if (!json.is_string()) {
-        throw DecodingError(key, expected, json);
-    }
-    return json.get_ref<const std::string&>();
-}
-
 template <class Enumeration, std::size_t count>
 Enumeration decodeCase(const std::string& key, const std::array<Enumeration, count>& cases,
                        const Json& json) {
@@ -109,7 +52,7 @@ Enumeration decodeCase(const std::string& key, const std::array<Enumeration, cou
         expected += index == 0 ? " " : ", ";
         expected += "\"" + std::string(rawValue(cases[index])) + "\"";
     }
-    const auto& text = decodeText(key, expected, json);
+    const auto& text = JsonDecoding::text(key, json, expected);
     const auto found =
         std::ranges::find(cases, std::string_view(text), [](Enumeration value) { return rawValue(value); });
     if (found == cases.end()) {
@@ -122,9 +65,9 @@ void decodeMember(PerformanceState& state, const Field& field, const Json& json)
     const std::string key(field.name);
     std::visit(
         Overloaded{
-            [&](std::int64_t PerformanceState::* member) { state.*member = decodeInteger(key, json); },
-            [&](bool PerformanceState::* member) { state.*member = decodeFlag(key, json); },
-            [&](std::string PerformanceState::* member) { state.*member = decodeText(key, "a text", json); },
+            [&](std::int64_t PerformanceState::* member) { state.*member = JsonDecoding::integer(key, json); },
+            [&](bool PerformanceState::* member) { state.*member = JsonDecoding::flag(key, json); },
+            [&](std::string PerformanceState::* member) { state.*member = JsonDecoding::text(key, json); },
             [&](ChordMode PerformanceState::* member) {
                 state.*member = decodeCase(key, allChordModes, json);
             },
@@ -136,10 +79,6 @@ void decodeMember(PerformanceState& state, const Field& field, const Json& json)
 }
 
 } // namespace
-
-DecodingError::DecodingError(std::string key, std::string expected, const Json& found)
-    : std::runtime_error(sentence(key, expected, found)), key_(std::move(key)),
-      expected_(std::move(expected)) {}
 
 Json PerformanceStateCoding::encode(const PerformanceState& state) {
     Json json = Json::object();

@@ -1,30 +1,14 @@
 #pragma once
 
+#include "PerformanceModel/JsonDecoding.h"
 #include "PerformanceModel/PerformanceState.h"
 
 #include <nlohmann/json.hpp>
 
-#include <stdexcept>
-#include <string>
 #include <string_view>
 #include <vector>
 
 namespace tavro {
-
-/// A JSON value that does not fit. `what()` is a sentence that names the key and what was expected there.
-class DecodingError : public std::runtime_error {
-public:
-    /// An empty key stands for the whole value.
-    DecodingError(std::string key, std::string expected, const nlohmann::ordered_json& found);
-
-    [[nodiscard]] const std::string& key() const { return key_; }
-
-    [[nodiscard]] const std::string& expected() const { return expected_; }
-
-private:
-    std::string key_;
-    std::string expected_;
-};
 
 /// The JSON form of `PerformanceState`: one object, its keys named like the fields and in their order.
 class PerformanceStateCoding {

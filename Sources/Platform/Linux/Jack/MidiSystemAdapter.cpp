@@ -120,10 +120,15 @@ std::optional<std::string> MidiSystemAdapter::name(MidiObjectRef destination) {
 }
 
 void MidiSystemAdapter::prepareRoute(MidiObjectRef outputPort, MidiObjectRef destination) {
-    if (outputPort == outputPortReference && destination != route_) {
-        route_ = destination;
-        followRoute();
+    if (outputPort != outputPortReference || destination == route_) {
+        return;
     }
+    if (isConnected()) {
+        // What was sent before still goes where it was sent to.
+        writer_->finishSending([this] { return isConnected(); });
+    }
+    route_ = destination;
+    followRoute();
 }
 
 void MidiSystemAdapter::send(MidiObjectRef outputPort, MidiObjectRef destination,
@@ -197,7 +202,7 @@ void MidiSystemAdapter::disposePort(PortWriter::Port kind, jack_port_t*& port) {
     if (port == nullptr) {
         return;
     }
-    writer_->detach(kind, [this] { return watch_->isServerThere(); });
+    writer_->detach(kind, [this] { return isConnected(); });
     if (isConnected()) {
         jack_remove_property(client_, jack_port_uuid(port), JACK_METADATA_PRETTY_NAME);
         jack_port_unregister(client_, port);

@@ -4,6 +4,8 @@
 
 #include <jack/midiport.h>
 
+#include <algorithm>
+#include <chrono>
 #include <thread>
 
 namespace tavro::jack {
@@ -27,30 +29,29 @@ void PortWriter::attach(Port port, jack_port_t& target) {
     ports_[indexOf(port)].store(&target, std::memory_order_release);
 }
 
+void PortWriter::finishSending(const std::function<bool()>& isServerThere) {
+    if (!ring_.isEmpty()) {
+        waitFor([this] { return ring_.isEmpty(); }, isServerThere);
+        // The period that took the last message may be running still; the readers of this port run in it
+        // too, and are done when the next one is over.
+        waitForPeriod(finishedPeriods_.load() + 2, isServerThere);
+        return;
+    }
+    // Taken by the period that ran while it was sent, or by the one after it; and again one for the readers.
+    waitForPeriod(lastSend_ + 3, isServerThere);
+}
+
 void PortWriter::detach(Port port, const std::function<bool()>& isServerThere) {
-    const auto deadline = std::chrono::steady_clock::now() + longestWait();
-    // The server's thread must not be made to signal, so this side looks.
-    const auto waitFor = [&](const auto& condition) {
-        while (!condition() && isServerThere() && std::chrono::steady_clock::now() < deadline) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        }
-    };
-    const auto waitForPeriods = [&](std::uint64_t count) {
-        const auto wanted = finishedPeriods_.load() + count;
-        waitFor([&] { return finishedPeriods_.load() >= wanted; });
-    };
-    waitFor([&] { return ring_.isEmpty(); });
-    // The period that took the last message may be running still; the readers of this port run in it too,
-    // and are done when the next one is over.
-    waitForPeriods(2);
+    finishSending(isServerThere);
     ports_[indexOf(port)].store(nullptr, std::memory_order_release);
-    waitForPeriods(1);
+    waitForPeriod(finishedPeriods_.load() + 1, isServerThere);
 }
 
 void PortWriter::send(Port port, std::span<const std::uint8_t> message) {
     if (ports_[indexOf(port)].load(std::memory_order_relaxed) == nullptr) {
         return;
     }
+    lastSend_ = finishedPeriods_.load();
     if (!ring_.push(jack_frame_time(&client_), static_cast<std::uint16_t>(port), message)) {
         dropped_.fetch_add(1, std::memory_order_relaxed);
     }
@@ -86,11 +87,21 @@ int PortWriter::process(jack_nframes_t frames) {
     return 0;
 }
 
-std::chrono::microseconds PortWriter::longestWait() const {
+void PortWriter::waitForPeriod(std::uint64_t count, const std::function<bool()>& isServerThere) const {
+    waitFor([this, count] { return finishedPeriods_.load() >= count; }, isServerThere);
+}
+
+void PortWriter::waitFor(const std::function<bool()>& condition,
+                         const std::function<bool()>& isServerThere) const {
     constexpr std::uint64_t patience = 8;
     const auto rate = std::max<std::uint64_t>(jack_get_sample_rate(&client_), 1);
     const auto periods = patience * jack_get_buffer_size(&client_) * 1'000'000 / rate;
-    return std::chrono::milliseconds(100) + std::chrono::microseconds(periods);
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(100) +
+                          std::chrono::microseconds(periods);
+    // The server's thread may not make a system call to wake this one, so this one looks.
+    while (!condition() && isServerThere() && std::chrono::steady_clock::now() < deadline) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
 }
 
 } // namespace tavro::jack

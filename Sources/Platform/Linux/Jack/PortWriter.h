@@ -31,9 +31,11 @@ public:
     /// From the next period on, messages for this port go here.
     void attach(Port port, jack_port_t& target);
 
-    /// Waits until everything sent before has gone over the wire, then gives the port up: once this returns
-    /// it can be unregistered. Waits no longer than a few periods and a tenth of a second, and only while
-    /// `isServerThere` answers true.
+    /// Waits until everything sent before has gone over the wire: no longer than a few periods and a tenth
+    /// of a second, and only while `isServerThere` answers true.
+    void finishSending(const std::function<bool()>& isServerThere);
+
+    /// Finishes sending, then gives the port up: once this returns it can be unregistered.
     void detach(Port port, const std::function<bool()>& isServerThere);
 
     /// Sends one message now. One for a port that is not attached is ignored.
@@ -48,12 +50,15 @@ private:
     static constexpr std::size_t ringBytes = 16384;
 
     int process(jack_nframes_t frames);
-    [[nodiscard]] std::chrono::microseconds longestWait() const;
+    void waitFor(const std::function<bool()>& condition, const std::function<bool()>& isServerThere) const;
+    void waitForPeriod(std::uint64_t count, const std::function<bool()>& isServerThere) const;
 
     jack_client_t& client_;
     MessageRing ring_{ringBytes};
     std::array<std::atomic<jack_port_t*>, portCount> ports_{};
     std::atomic<std::uint64_t> finishedPeriods_ = 0;
+    /// The count of finished periods when the last message was sent.
+    std::uint64_t lastSend_ = 0;
     std::atomic<std::uint64_t> dropped_ = 0;
 };
 

@@ -1,0 +1,28 @@
+#include "ApplicationShell/TAVROPreset.h"
+
+#include "PerformanceModel/PerformanceStateCoding.h"
+
+namespace tavro {
+
+namespace {
+
+const nlohmann::ordered_json& required(const nlohmann::ordered_json& json, const std::string& key) {
+    const auto found = json.find(key);
+    return found == json.end() ? throw DecodingError(key, "this key in a preset", nullptr) : *found;
+}
+
+} // namespace
+
+TAVROPreset TAVROPreset::decode(const nlohmann::ordered_json& json) {
+    if (!json.is_object()) {
+        throw DecodingError({}, "a preset object", json);
+    }
+    return {
+        .id = JsonDecoding::text("id", required(json, "id")),
+        .name = JsonDecoding::text("name", required(json, "name")),
+        .state = PerformanceStateCoding::decode(required(json, "state")),
+        .isBuiltIn = JsonDecoding::flag("isBuiltIn", required(json, "isBuiltIn")),
+    };
+}
+
+} // namespace tavro

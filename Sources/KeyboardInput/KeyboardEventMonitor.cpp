@@ -1,0 +1,117 @@
+#include "KeyboardInput/KeyboardEventMonitor.h"
+
+#include <utility>
+
+namespace tavro {
+
+KeyboardEventMonitor::KeyboardEventMonitor(QQuickItem* parent)
+    : QQuickItem(parent), view_(new KeyboardMonitorView(this)) {
+    updateView();
+}
+
+KeyboardEventMonitor::~KeyboardEventMonitor() {
+    // While the actions, which it calls when it goes, still exist.
+    delete view_;
+}
+
+void KeyboardEventMonitor::updateView() {
+    auto& router = view_->router;
+    router.onKeyDown = actions_.onKeyDown;
+    router.onKeyUp = actions_.onKeyUp;
+    router.hotkey = hotkey_.toStdString();
+    router.hotkeyKeyCode = hotkeyKeyCode_;
+    router.hotkeyModifiers = hotkeyModifiers_;
+    router.layoutKind = layoutKind_;
+    router.isRecordingHotkey = isRecordingHotkey_;
+    router.onRecordedHotkey = actions_.onRecordedHotkey;
+    router.onHotkey = actions_.onHotkey;
+    // The scene may bring the view into a window before the actions are known; what was reported then is kept
+    // for them.
+    view_->onFocusChanged = [this](bool isFocused) {
+        isFocused_ = isFocused;
+        if (actions_.onFocusChanged) {
+            actions_.onFocusChanged(isFocused);
+        }
+    };
+    view_->translator = translator_;
+}
+
+void KeyboardEventMonitor::setActions(Actions actions) {
+    actions_ = std::move(actions);
+    updateView();
+    if (actions_.onFocusChanged) {
+        actions_.onFocusChanged(isFocused_);
+    }
+}
+
+void KeyboardEventMonitor::setTranslator(const KeyEventTranslator* translator) {
+    translator_ = translator;
+    updateView();
+}
+
+QString KeyboardEventMonitor::hotkey() const {
+    return hotkey_;
+}
+
+void KeyboardEventMonitor::setHotkey(const QString& hotkey) {
+    if (hotkey_ != hotkey) {
+        hotkey_ = hotkey;
+        updateView();
+        Q_EMIT hotkeyChanged();
+    }
+}
+
+QVariant KeyboardEventMonitor::hotkeyKeyCode() const {
+    return hotkeyKeyCode_ ? QVariant::fromValue<qint64>(*hotkeyKeyCode_) : QVariant();
+}
+
+void KeyboardEventMonitor::setHotkeyKeyCode(const QVariant& keyCode) {
+    bool isNumber = false;
+    const auto number = keyCode.toLongLong(&isNumber);
+    const auto code = isNumber ? std::optional<std::int64_t>(number) : std::nullopt;
+    if (hotkeyKeyCode_ != code) {
+        hotkeyKeyCode_ = code;
+        updateView();
+        Q_EMIT hotkeyChanged();
+    }
+}
+
+int KeyboardEventMonitor::hotkeyModifiers() const {
+    return static_cast<int>(hotkeyModifiers_.rawValue());
+}
+
+void KeyboardEventMonitor::setHotkeyModifiers(int modifiers) {
+    if (hotkeyModifiers_ != HotkeyModifiers(modifiers)) {
+        hotkeyModifiers_ = HotkeyModifiers(modifiers);
+        updateView();
+        Q_EMIT hotkeyChanged();
+    }
+}
+
+QString KeyboardEventMonitor::layoutKind() const {
+    const auto name = rawValue(layoutKind_);
+    return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+}
+
+void KeyboardEventMonitor::setLayoutKind(const QString& rawValue) {
+    const auto kind = keyboardLayoutKindFromRawValue(rawValue.toStdString());
+    if (kind && *kind != layoutKind_) {
+        layoutKind_ = *kind;
+        updateView();
+        Q_EMIT layoutKindChanged();
+    }
+}
+
+bool KeyboardEventMonitor::isRecordingHotkey() const {
+    return isRecordingHotkey_;
+}
+
+void KeyboardEventMonitor::setRecordingHotkey(bool isRecording) {
+    if (isRecordingHotkey_ != isRecording) {
+        isRecordingHotkey_ = isRecording;
+        updateView();
+        Q_EMIT isRecordingHotkeyChanged();
+    }
+}
+
+} // namespace tavro

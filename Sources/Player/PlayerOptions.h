@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <stdexcept>
+
+namespace tavro {
+
+/// What the command line of `tavro-play` asks for.
+struct PlayerOptions {
+    enum class Task { play, showHelp, showVersion };
+    enum class Format { text, jsonLines };
+
+    /// Wrong usage; `what()` says what is wrong.
+    class Error : public std::runtime_error {
+        using std::runtime_error::runtime_error;
+    };
+
+    Task task = Task::play;
+    Format format = Format::text;
+    /// "-" is standard input.
+    QString script = QStringLiteral("-");
+    /// Empty when no MIDI file is wanted.
+    QString midiFile;
+    /// Empty for the default settings.
+    QString presetFile;
+
+    /// `arguments` begin with the program's name. Throws `Error`.
+    [[nodiscard]] static PlayerOptions parse(const QStringList& arguments);
+
+    [[nodiscard]] static QString helpText();
+};
+
+} // namespace tavro

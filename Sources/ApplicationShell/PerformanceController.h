@@ -50,6 +50,9 @@ public:
 
     [[nodiscard]] const PerformanceState& state() const { return state_; }
 
+    /// What it remembers of the keys that sound. Replaced when a setting changes what held keys mean.
+    [[nodiscard]] const MidiNoteEngine& engine() const { return engine_; }
+
     /// Takes over new settings, and for those that differ does what their change asks for: some silence what
     /// sounds and replace the engine, some only silence, some apply from the next press.
     void changeState(const PerformanceState& newState);

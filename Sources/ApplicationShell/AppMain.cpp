@@ -1,0 +1,133 @@
+#include "ApplicationShell/ApplicationOptions.h"
+#include "ApplicationShell/PerformanceController.h"
+#include "ApplicationShell/QtMainActor.h"
+#include "Platform/Headless/KeyEventTranslatorAdapter.h"
+#include "Platform/Headless/MidiSystemAdapter.h"
+#include "Platform/Posix/TerminationSignals.h"
+#include "UserInterface/MainWindowLoader.h"
+
+#include <QGuiApplication>
+
+#include <cstring>
+#include <iostream>
+#include <memory>
+
+#if defined(Q_OS_LINUX)
+#include "Platform/Linux/Jack/MidiSystemAdapter.h"
+#include "Platform/Linux/KeyEventTranslatorAdapter.h"
+#elif defined(Q_OS_MACOS)
+#include "Platform/MacOS/KeyEventTranslatorAdapter.h"
+#endif
+
+namespace {
+
+using namespace tavro;
+
+constexpr int success = 0;
+constexpr int failure = 1;
+constexpr int badUsage = 2;
+
+std::unique_ptr<MidiSystem> makeMidiSystem([[maybe_unused]] MainActor& mainActor) {
+#if defined(Q_OS_LINUX)
+    return std::make_unique<jack::MidiSystemAdapter>(mainActor);
+#else
+    // Nothing is reached here, and the status text has to say so.
+    auto headless = std::make_unique<headless::MidiSystemAdapter>();
+    headless->clientStatus = -1;
+    headless->recordsMessages = false;
+    return headless;
+#endif
+}
+
+std::unique_ptr<KeyEventTranslator> makeKeyEventTranslator() {
+#if defined(Q_OS_LINUX)
+    const auto platform = QGuiApplication::platformName();
+    if (platform == QLatin1String("xcb") || platform.startsWith(QLatin1String("wayland"))) {
+        return std::make_unique<linuxos::KeyEventTranslatorAdapter>();
+    }
+#elif defined(Q_OS_MACOS)
+    if (QGuiApplication::platformName() == QLatin1String("cocoa")) {
+        return std::make_unique<macos::KeyEventTranslatorAdapter>();
+    }
+#endif
+    return std::make_unique<headless::KeyEventTranslatorAdapter>();
+}
+
+void printStatusTexts(const MidiOutputManager& midi) {
+    const auto print = [&midi] { std::cout << "status: " << midi.statusText().toStdString() << std::endl; };
+    print();
+    QObject::connect(&midi, &MidiOutputManager::statusTextChanged, &midi, print);
+}
+
+int selfTest() {
+    QtMainActor mainActor;
+    headless::MidiSystemAdapter midiSystem;
+    MidiOutputManager midi(midiSystem, mainActor);
+    PerformanceController controller(midi, mainActor);
+    const headless::KeyEventTranslatorAdapter translator;
+    return MainWindowLoader(controller, midi, translator).selfTest() ? success : failure;
+}
+
+int runApplication(const ApplicationOptions& options) {
+    QtMainActor mainActor;
+    const auto midiSystem = makeMidiSystem(mainActor);
+    MidiOutputManager midi(*midiSystem, mainActor);
+    if (options.printsStatus) {
+        printStatusTexts(midi);
+    }
+    PerformanceController controller(midi, mainActor, options.initialState);
+    QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, &controller, &PerformanceController::shutDown);
+    const posix::TerminationSignals signals(&QGuiApplication::quit);
+    const auto translator = makeKeyEventTranslator();
+    MainWindowLoader window(controller, midi, *translator);
+    if (!window.load()) {
+        std::cerr << "tavro: the window could not be made\n";
+        return failure;
+    }
+    return QGuiApplication::exec();
+}
+
+int run(const ApplicationOptions& options) {
+    switch (options.task) {
+    case ApplicationOptions::Task::showHelp:
+        std::cout << ApplicationOptions::helpText().toStdString();
+        return success;
+    case ApplicationOptions::Task::showVersion:
+        std::cout << "tavro " TAVRO_VERSION "\n";
+        return success;
+    case ApplicationOptions::Task::selfTest:
+        return selfTest();
+    case ApplicationOptions::Task::run:
+        break;
+    }
+    return runApplication(options);
+}
+
+/// Help and version are for terminals, where there may be no display to connect to.
+bool needsNoDisplay(int argc, char* argv[]) {
+    for (int index = 1; index < argc; ++index) {
+        if (std::strcmp(argv[index], "--help") == 0 || std::strcmp(argv[index], "--version") == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    std::unique_ptr<QCoreApplication> application;
+    if (needsNoDisplay(argc, argv)) {
+        application = std::make_unique<QCoreApplication>(argc, argv);
+    } else {
+        application = std::make_unique<QGuiApplication>(argc, argv);
+    }
+    QCoreApplication::setApplicationName(QStringLiteral("tavro"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(TAVRO_VERSION));
+    try {
+        return run(ApplicationOptions::parse(QCoreApplication::arguments()));
+    } catch (const ApplicationOptions::Error& error) {
+        std::cerr << "tavro: " << error.what() << "\n" << ApplicationOptions::helpText().toStdString();
+        return badUsage;
+    }
+}

@@ -1,0 +1,74 @@
+#include "ApplicationShell/ApplicationOptions.h"
+
+#include "PerformanceModel/PerformanceStateCoding.h"
+
+#include <QCommandLineParser>
+
+namespace tavro {
+
+namespace {
+
+QCommandLineOption hidden(QCommandLineOption option) {
+    option.setFlags(QCommandLineOption::HiddenFromHelp);
+    return option;
+}
+
+struct Options {
+    QCommandLineOption version{QStringLiteral("version"), QStringLiteral("Prints the version.")};
+    QCommandLineOption help{QStringLiteral("help"), QStringLiteral("Prints this help.")};
+    QCommandLineOption selfTest = hidden(QCommandLineOption(QStringLiteral("self-test")));
+    QCommandLineOption state =
+        hidden(QCommandLineOption(QStringLiteral("state"), QString(), QStringLiteral("JSON")));
+    QCommandLineOption printStatus = hidden(QCommandLineOption(QStringLiteral("print-status")));
+
+    void addTo(QCommandLineParser& parser) const {
+        parser.setApplicationDescription(
+            QStringLiteral("Turns the typing keyboard into a MIDI instrument controller."));
+        parser.addOptions({version, help, selfTest, state, printStatus});
+    }
+};
+
+PerformanceState decodeState(const std::string& text) {
+    try {
+        return PerformanceStateCoding::decode(nlohmann::ordered_json::parse(text));
+    } catch (const DecodingError& error) {
+        throw ApplicationOptions::Error(std::string("--state: ") + error.what());
+    } catch (const nlohmann::ordered_json::exception&) {
+        throw ApplicationOptions::Error("--state: not JSON: " + text);
+    }
+}
+
+} // namespace
+
+ApplicationOptions ApplicationOptions::parse(const QStringList& arguments) {
+    const Options options;
+    QCommandLineParser parser;
+    options.addTo(parser);
+    if (!parser.parse(arguments)) {
+        throw Error(parser.errorText().toStdString());
+    }
+    if (const auto positional = parser.positionalArguments(); !positional.isEmpty()) {
+        throw Error("unexpected argument \"" + positional.first().toStdString() + "\"");
+    }
+    ApplicationOptions parsed;
+    if (parser.isSet(options.help)) {
+        parsed.task = Task::showHelp;
+    } else if (parser.isSet(options.version)) {
+        parsed.task = Task::showVersion;
+    } else if (parser.isSet(options.selfTest)) {
+        parsed.task = Task::selfTest;
+    }
+    if (parser.isSet(options.state)) {
+        parsed.initialState = decodeState(parser.value(options.state).toStdString());
+    }
+    parsed.printsStatus = parser.isSet(options.printStatus);
+    return parsed;
+}
+
+QString ApplicationOptions::helpText() {
+    QCommandLineParser parser;
+    Options().addTo(parser);
+    return parser.helpText();
+}
+
+} // namespace tavro

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "PerformanceModel/PerformanceState.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <stdexcept>
+
+namespace tavro {
+
+/// What the command line of `tavro` asks for.
+struct ApplicationOptions {
+    enum class Task { run, selfTest, showHelp, showVersion };
+
+    /// Wrong usage; `what()` says what is wrong.
+    class Error : public std::runtime_error {
+        using std::runtime_error::runtime_error;
+    };
+
+    Task task = Task::run;
+    /// The settings to start with.
+    PerformanceState initialState;
+    /// Whether every status text is printed, for tests that look at the program from outside.
+    bool printsStatus = false;
+
+    /// `arguments` begin with the program's name. Throws `Error`.
+    [[nodiscard]] static ApplicationOptions parse(const QStringList& arguments);
+
+    [[nodiscard]] static QString helpText();
+};
+
+} // namespace tavro

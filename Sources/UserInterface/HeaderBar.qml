@@ -1,0 +1,35 @@
+import QtQuick
+import Tavro
+
+// The product mark, where the notes go, and the stop button.
+Item {
+    id: root
+
+    required property MidiOutputPresenter output
+
+    implicitHeight: 40
+
+    Text {
+        anchors.verticalCenter: parent.verticalCenter
+        text: qsTr("TAVRO")
+        color: Theme.text
+        font.pixelSize: 29
+        font.weight: Font.Bold
+        font.letterSpacing: 2
+    }
+
+    StatusPill {
+        anchors.right: stopButton.left
+        anchors.rightMargin: 8
+        anchors.verticalCenter: parent.verticalCenter
+        text: root.output.selectedName
+        isOn: root.output.isSelectedAvailable
+    }
+
+    StopButton {
+        id: stopButton
+
+        anchors.right: parent.right
+        onClicked: root.output.stopAllNotes()
+    }
+}

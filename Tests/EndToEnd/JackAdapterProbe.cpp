@@ -1,0 +1,173 @@
+// Drives the JACK adapter by commands on standard input and answers with one JSON object a line. It makes
+// the client and the two ports at its start, in the order the program does, and tells how that ended.
+//   destinations            {"destinations":[{"id":1,"displayName":...,"name":...}]}
+//   received BYTES          decimal bytes, at the source
+//   send ID BYTES           to a destination
+//   route ID                prepares the route
+//   timed COUNT             that many note-ons at the source, at odd times; tells the server's frame time
+//                           right before and right after each: {"timed":[[before,after],...]}
+//   flood COUNT             that many three-byte messages at once; {"dropped":N}
+//   quit                    32 messages at the source, then at once the disposal in the program's order
+// Each notice of the adapter is {"changed":true}.
+
+#include "ApplicationShell/QtMainActor.h"
+#include "Platform/Linux/Jack/MidiSystemAdapter.h"
+
+#include <QCoreApplication>
+#include <QSocketNotifier>
+
+#include <jack/jack.h>
+#include <nlohmann/json.hpp>
+
+#include <array>
+#include <chrono>
+#include <iostream>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <unistd.h>
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+void print(const Json& json) {
+    std::cout << json.dump() << std::endl;
+}
+
+Json describe(const tavro::MidiCreation& creation) {
+    return {{"status", creation.status}, {"isMade", creation.reference != 0}};
+}
+
+Json orNull(const std::optional<std::string>& text) {
+    return text ? Json(*text) : Json(nullptr);
+}
+
+std::vector<std::uint8_t> readBytes(std::istream& words) {
+    std::vector<std::uint8_t> bytes;
+    for (unsigned value = 0; words >> value;) {
+        bytes.push_back(static_cast<std::uint8_t>(value));
+    }
+    return bytes;
+}
+
+class Probe {
+public:
+    explicit Probe(tavro::MainActor& mainActor) : adapter_(mainActor) {
+        client_ = adapter_.createClient("TAVRO", [] { print({{"changed", true}}); });
+        port_ = adapter_.createOutputPort(client_.reference, "TAVRO MIDI Out");
+        source_ = adapter_.createSource(client_.reference, "TAVRO Out");
+        print({{"client", describe(client_)}, {"port", describe(port_)}, {"source", describe(source_)}});
+    }
+
+    /// False once the work is over.
+    bool obey(const std::string& line) {
+        std::istringstream words(line);
+        std::string command;
+        words >> command;
+        tavro::MidiObjectRef destination = 0;
+        std::size_t count = 0;
+        if (command == "destinations") {
+            tellDestinations();
+        } else if (command == "received") {
+            adapter_.received(source_.reference, readBytes(words));
+        } else if (command == "send" && words >> destination) {
+            adapter_.send(port_.reference, destination, readBytes(words));
+        } else if (command == "route" && words >> destination) {
+            adapter_.prepareRoute(port_.reference, destination);
+        } else if (command == "timed" && words >> count) {
+            sendTimed(count);
+        } else if (command == "flood" && words >> count) {
+            flood(count);
+        } else if (command == "quit") {
+            quit();
+            return false;
+        } else {
+            std::cerr << "JackAdapterProbe: " << line << " is not known here\n";
+            return false;
+        }
+        return true;
+    }
+
+private:
+    void tellDestinations() {
+        auto destinations = Json::array();
+        const auto count = adapter_.numberOfDestinations();
+        for (std::size_t index = 0; index < count; ++index) {
+            const auto id = adapter_.destination(index);
+            destinations.push_back({{"id", id},
+                                    {"displayName", orNull(adapter_.displayName(id))},
+                                    {"name", orNull(adapter_.name(id))}});
+        }
+        print({{"destinations", destinations}});
+    }
+
+    void sendTimed(std::size_t count) {
+        auto* const clock = jack_client_open("Clock", JackNoStartServer, nullptr);
+        auto times = Json::array();
+        for (std::size_t number = 0; clock != nullptr && number < count; ++number) {
+            // Steps that have no period in common with the server's, so that every offset has its turn.
+            std::this_thread::sleep_for(std::chrono::microseconds(7919 + 617 * (number % 13)));
+            const std::array<std::uint8_t, 3> message{0x90, static_cast<std::uint8_t>(number & 0x7FU), 1};
+            const auto before = jack_frame_time(clock);
+            adapter_.received(source_.reference, message);
+            times.push_back({before, jack_frame_time(clock)});
+        }
+        if (clock != nullptr) {
+            jack_client_close(clock);
+        }
+        print({{"timed", times}});
+    }
+
+    void flood(std::size_t count) {
+        const std::array<std::uint8_t, 3> message{0x90, 60, 1};
+        for (std::size_t number = 0; number < count; ++number) {
+            adapter_.received(source_.reference, message);
+        }
+        print({{"dropped", adapter_.droppedMessages()}});
+    }
+
+    void quit() {
+        for (std::uint8_t number = 0; number < 32; ++number) {
+            adapter_.received(source_.reference, std::array<std::uint8_t, 3>{0xB0, number, 0});
+        }
+        adapter_.disposePort(port_.reference);
+        adapter_.disposeEndpoint(source_.reference);
+        adapter_.disposeClient(client_.reference);
+    }
+
+    tavro::jack::MidiSystemAdapter adapter_;
+    tavro::MidiCreation client_;
+    tavro::MidiCreation port_;
+    tavro::MidiCreation source_;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    tavro::QtMainActor mainActor;
+    Probe probe(mainActor);
+    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
+    std::string pending;
+    QObject::connect(&input, &QSocketNotifier::activated, &application, [&] {
+        std::array<char, 4096> chunk{};
+        const auto size = read(STDIN_FILENO, chunk.data(), chunk.size());
+        if (size <= 0) {
+            QCoreApplication::quit();
+            return;
+        }
+        pending.append(chunk.data(), static_cast<std::size_t>(size));
+        for (auto end = pending.find('\n'); end != std::string::npos; end = pending.find('\n')) {
+            const auto line = pending.substr(0, end);
+            pending.erase(0, end + 1);
+            if (!probe.obey(line)) {
+                QCoreApplication::quit();
+                return;
+            }
+        }
+    });
+    return QCoreApplication::exec();
+}

@@ -1,0 +1,82 @@
+import os
+
+from .sandbox import tool
+from .waiting import wait_for
+
+# Only what the tests use: the bindings of a user or of a distribution could swallow a key.
+WINDOW_MANAGER_SETTINGS = """<?xml version="1.0" encoding="UTF-8"?>
+<openbox_config xmlns="http://openbox.org/3.4/rc">
+  <focus><focusNew>yes</focusNew><followMouse>no</followMouse></focus>
+  <desktops><number>1</number></desktops>
+  <keyboard><keybind key="A-F4"><action name="Close"/></keybind></keyboard>
+</openbox_config>
+"""
+
+
+class Display:
+    """An X server of its own with a window manager, a keyboard with the us layout, and its windows."""
+
+    def __init__(self, sandbox):
+        self._sandbox = sandbox
+        reading, writing = os.pipe()
+        screen = ["-screen", "0", "1400x1000x24", "-nolisten", "tcp", "-noreset"]
+        sandbox.start("Xvfb", [tool("Xvfb"), "-displayfd", writing, *screen], pass_fds=(writing,))
+        os.close(writing)
+        with os.fdopen(reading) as answer:
+            number = answer.readline().strip()
+        if not number:
+            raise AssertionError("the X server did not start")
+        sandbox.environment |= {"DISPLAY": f":{number}", "QT_QUICK_BACKEND": "software"}
+        settings = sandbox.folder / "openbox.xml"
+        settings.write_text(WINDOW_MANAGER_SETTINGS)
+        sandbox.start("openbox", [tool("openbox"), "--sm-disable", "--config-file", settings])
+        wait_for(
+            lambda: self._xdotool("getactivewindow").returncode == 0
+            or "_NET_ACTIVE_WINDOW" not in self._xdotool("getactivewindow").stderr,
+            "the window manager",
+        )
+
+    def _xdotool(self, *arguments):
+        return self._sandbox.run(tool("xdotool"), *arguments)
+
+    def _do(self, *arguments):
+        done = self._xdotool(*arguments)
+        if done.returncode != 0:
+            raise AssertionError(f"xdotool {' '.join(map(str, arguments))}: {done.stderr}")
+        return done.stdout
+
+    def press(self, *keys):
+        """Presses keys, named by their keysyms, and keeps them down."""
+        self._do(*(word for key in keys for word in ("keydown", key)))
+
+    def release(self, *keys):
+        self._do(*(word for key in keys for word in ("keyup", key)))
+
+    def tap(self, *keys):
+        """Presses and releases each key; a name with plus signs is a combination."""
+        self._do(*(word for key in keys for word in ("key", key)))
+
+    def windows(self, name):
+        return self._xdotool("search", "--onlyvisible", "--name", f"^{name}$").stdout.split()
+
+    def wait_for_window(self, name):
+        return wait_for(lambda: self.windows(name), f"a window with the title {name}")[0]
+
+    def activate(self, window):
+        """Brings a window to the front and waits until the keys go to it."""
+        self._do("windowactivate", window)
+        wait_for(lambda: self._xdotool("getwindowfocus").stdout.strip() == window, "the keyboard focus")
+
+
+class KeyWatch:
+    """Sees the key events that go to a window, or opens a window of its own and sees those."""
+
+    def __init__(self, sandbox, window=None):
+        where = ["-id", window] if window else ["-name", "Elsewhere"]
+        self.program = sandbox.start("xev", [tool("xev"), *where, "-event", "keyboard"])
+
+    def presses(self):
+        return sum(line.startswith("KeyPress event") for line in self.program.lines)
+
+    def releases(self):
+        return sum(line.startswith("KeyRelease event") for line in self.program.lines)

@@ -1,0 +1,68 @@
+import itertools
+import os
+import pathlib
+import sys
+
+from .sandbox import tool
+from .waiting import wait_for
+
+PERIOD = 256
+RATE = 48000
+
+_numbers = itertools.count(1)
+
+
+def isolate_from_servers(sandbox):
+    """Points the sandbox's programs at a server name that nobody else uses. Returns the name."""
+    name = f"tavro-{os.getpid()}-{next(_numbers)}"
+    sandbox.environment |= {"JACK_DEFAULT_SERVER": name, "JACK_NO_AUDIO_RESERVATION": "1"}
+    return name
+
+
+class JackServer:
+    """A server with the dummy driver, of its own name."""
+
+    def __init__(self, sandbox):
+        self._sandbox = sandbox
+        self.name = isolate_from_servers(sandbox)
+        self._start()
+
+    def _start(self):
+        # Synchronous with a long patience: a client that the machine lets wait is late then, and loses
+        # nothing. Only its events' times suffer.
+        server = ["-n", self.name, "-r", "-S", "-t", 5000]
+        driver = ["-d", "dummy", "-p", PERIOD, "-r", RATE]
+        self.program = self._sandbox.start("jackd", [tool("jackd"), *server, *driver])
+        self.program.before_end = self._wait_for_clients_to_go
+        self.program.after_end = self._remove_semaphores
+        wait_for(lambda: is_server_there(self._sandbox), "the JACK server")
+
+    def _wait_for_clients_to_go(self):
+        # A server that is ended while it still mourns a client that died may hang.
+        try:
+            wait_for(lambda: all(port.startswith("system:") for port in self.ports()), "the clients' end", 5)
+        except AssertionError as error:
+            print(error, file=sys.stderr)
+
+    def _remove_semaphores(self):
+        # Those of clients that outlived their server stay otherwise.
+        for path in pathlib.Path("/dev/shm").glob(f"jack_sem.*_{self.name}_*"):
+            path.unlink(missing_ok=True)
+
+    def ports(self):
+        return self._sandbox.run(tool("jack_lsp")).stdout.splitlines()
+
+    def crash(self):
+        """Kills the server. `clear_up` must follow."""
+        self.program.process.kill()
+        self.program.wait_for_end()
+
+    def clear_up(self):
+        """Gives back what a killed server holds: one of the few places that the machine has for servers,
+        and shared memory. Only a server of the same name can do that."""
+        self._start()
+        self.program.end()
+
+
+def is_server_there(sandbox):
+    return sandbox.run(tool("jack_lsp"), environment={"JACK_NO_START_SERVER": "1"}).returncode == 0

@@ -1,0 +1,95 @@
+import json
+import os
+import subprocess
+import threading
+
+from .waiting import wait_for
+
+
+class Program:
+    """A running program whose standard output is kept line by line and whose errors go to a log file."""
+
+    def __init__(self, name, arguments, environment, log_path, pass_fds=()):
+        self.name = name
+        # Called before the program is asked to end, and once it has ended.
+        self.before_end = lambda: None
+        self.after_end = lambda: None
+        self._log_path = log_path
+        self._lines = []
+        with open(log_path, "wb") as log:
+            self.process = subprocess.Popen(
+                [str(argument) for argument in arguments],
+                env=environment,
+                stdin=subprocess.PIPE,
+                stdout=subprocess.PIPE,
+                stderr=log,
+                pass_fds=pass_fds,
+                cwd=os.path.dirname(log_path),
+            )
+        self._reader = threading.Thread(target=self._read, daemon=True)
+        self._reader.start()
+
+    def _read(self):
+        for line in self.process.stdout:
+            self._lines.append(line.decode("utf-8", "replace").rstrip("\n"))
+
+    @property
+    def pid(self):
+        return self.process.pid
+
+    @property
+    def lines(self):
+        return list(self._lines)
+
+    @property
+    def objects(self):
+        return [json.loads(line) for line in self._lines if line.startswith("{")]
+
+    def is_running(self):
+        return self.process.poll() is None
+
+    def write(self, line):
+        self.process.stdin.write((line + "\n").encode())
+        self.process.stdin.flush()
+
+    def wait_for_line(self, condition, what):
+        def look():
+            found = [line for line in self.lines if condition(line)]
+            if not found and not self.is_running() and not self._reader.is_alive():
+                raise AssertionError(f"{self.name} ended with {self.process.returncode} before {what}")
+            return found
+
+        return wait_for(look, f"{what} from {self.name}")[0]
+
+    def wait_for_object(self, condition, what):
+        line = self.wait_for_line(lambda text: text.startswith("{") and condition(json.loads(text)), what)
+        return json.loads(line)
+
+    def wait_for_end(self):
+        """The exit status, once the program has ended by itself and its whole output was read."""
+        wait_for(lambda: not self.is_running(), f"the end of {self.name}")
+        self._reader.join()
+        return self.process.returncode
+
+    def end(self):
+        """Ends the program if it still runs, by force when a request does not help."""
+        if self.is_running():
+            self.before_end()
+            self.process.terminate()
+            try:
+                self.process.wait(15)
+            except subprocess.TimeoutExpired:
+                self.process.kill()
+                self.process.wait()
+        self._reader.join()
+        self.process.stdin.close()
+        self.process.stdout.close()
+        self.after_end()
+
+    def errors(self):
+        with open(self._log_path, encoding="utf-8", errors="replace") as log:
+            return log.read()
+
+    def log(self):
+        output = "\n".join(self._lines)
+        return f"--- {self.name} (ended with {self.process.returncode})\n{output}\n{self.errors()}"

@@ -1,0 +1,88 @@
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+
+from .program import Program
+
+PACKAGES = {
+    "Xvfb": "xvfb",
+    "jack_lsp": "jackd2",
+    "jack_property": "jackd2",
+    "jackd": "jackd2",
+    "openbox": "openbox",
+    "xdotool": "xdotool",
+    "xev": "x11-utils",
+}
+
+# What a sanitizer or a coverage build needs to know; nothing else of the caller's environment is handed on.
+HANDED_ON = ("ASAN_", "TSAN_", "UBSAN_", "LSAN_", "GCOV_", "LLVM_PROFILE_")
+
+
+def tool(name):
+    """The path of a tool. One that is missing is a failure: a test that did not run has shown nothing."""
+    path = shutil.which(name)
+    if path is None:
+        raise AssertionError(f"{name} is not installed; this test needs the package {PACKAGES[name]}")
+    return path
+
+
+def built_program(variable):
+    """The path of a program under test, which the build hands over in an environment variable."""
+    path = os.environ.get(variable)
+    if not path or not os.access(path, os.X_OK):
+        raise AssertionError(f"{variable} names no program ({path!r}); ctest sets it")
+    return path
+
+
+class Sandbox:
+    """Folders and an environment of its own, and the programs that were started in it."""
+
+    def __init__(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="tavro-e2e-"))
+        self._programs = []
+        self.environment = {
+            name: value for name, value in os.environ.items() if name.startswith(HANDED_ON)
+        } | {
+            "PATH": os.environ.get("PATH", os.defpath),
+            "LANG": "C.UTF-8",
+            "HOME": self._make_folder("home"),
+            "XDG_CONFIG_HOME": self._make_folder("home/.config"),
+            "XDG_DATA_HOME": self._make_folder("home/.local/share"),
+            "XDG_CACHE_HOME": self._make_folder("home/.cache"),
+            "XDG_STATE_HOME": self._make_folder("home/.local/state"),
+            "XDG_RUNTIME_DIR": self._make_folder("runtime"),
+            "TMPDIR": self._make_folder("tmp"),
+        }
+
+    def _make_folder(self, name):
+        folder = self.folder / name
+        folder.mkdir(parents=True, mode=0o700)
+        return str(folder)
+
+    def start(self, name, arguments, pass_fds=()):
+        log_path = self.folder / f"{len(self._programs)}-{name}.log"
+        program = Program(name, arguments, self.environment, str(log_path), pass_fds)
+        self._programs.append(program)
+        return program
+
+    def run(self, *arguments, environment=None):
+        """Runs a short program to its end; the result carries its status and output."""
+        return subprocess.run(
+            [str(argument) for argument in arguments],
+            env=self.environment | (environment or {}),
+            stdin=subprocess.DEVNULL,
+            capture_output=True,
+            text=True,
+            timeout=60,
+            check=False,
+        )
+
+    def close(self):
+        """Ends what still runs, the last started first, and removes the folders. Returns all logs."""
+        for program in reversed(self._programs):
+            program.end()
+        logs = "\n".join(program.log() for program in self._programs)
+        shutil.rmtree(self.folder, ignore_errors=True)
+        return logs

@@ -179,7 +179,8 @@ void PerformanceController::updateKeyboardDisplay(std::span<const NoteEvent> eve
         stepKeys.insert(keys.begin(), keys.end());
         scheduleStrummedHighlights(event.sourceKey, keys, visualHighlightGeneration_);
     }
-    // What goes on sounding stays lit, what this press does not strum is lit at once, and the steps do the rest.
+    // What goes on sounding stays lit, what this press does not strum is lit at once, and the steps do the
+    // rest.
     std::set<Character> lit;
     std::ranges::copy_if(finalKeys, std::inserter(lit, lit.end()), [&](Character key) {
         return highlightedKeys_.contains(key) || !stepKeys.contains(key);
@@ -208,13 +209,13 @@ std::vector<Character> PerformanceController::strummedKeys(Character sourceKey) 
     return keys;
 }
 
-void PerformanceController::scheduleStrummedHighlights(Character sourceKey, const std::vector<Character>& keys,
+void PerformanceController::scheduleStrummedHighlights(Character sourceKey,
+                                                       const std::vector<Character>& keys,
                                                        std::int64_t generation) {
     auto delay = std::chrono::milliseconds::zero();
     for (const auto key : keys) {
         visualHighlightTasks_.push_back(mainActor_.after(delay, [this, sourceKey, key, generation] {
-            if (generation == visualHighlightGeneration_ &&
-                engine_.activeNotesByKey().contains(sourceKey)) {
+            if (generation == visualHighlightGeneration_ && engine_.activeNotesByKey().contains(sourceKey)) {
                 auto lit = highlightedKeys_;
                 lit.insert(key);
                 showKeys(activeKeys_, std::move(lit));

@@ -23,10 +23,10 @@ class PerformanceController : public QObject {
     Q_PROPERTY(bool isFocused READ isFocused WRITE setFocused NOTIFY isFocusedChanged)
     Q_PROPERTY(bool holdBinding READ holdBinding WRITE setHoldBinding NOTIFY stateChanged)
     Q_PROPERTY(bool smartHoldBinding READ smartHoldBinding WRITE setSmartHoldBinding NOTIFY stateChanged)
-    Q_PROPERTY(bool chordEnabledBinding READ chordEnabledBinding WRITE setChordEnabledBinding NOTIFY
-                   stateChanged)
-    Q_PROPERTY(qint64 chordComplexityBinding READ chordComplexityBinding WRITE setChordComplexityBinding NOTIFY
-                   stateChanged)
+    Q_PROPERTY(
+        bool chordEnabledBinding READ chordEnabledBinding WRITE setChordEnabledBinding NOTIFY stateChanged)
+    Q_PROPERTY(qint64 chordComplexityBinding READ chordComplexityBinding WRITE setChordComplexityBinding
+                   NOTIFY stateChanged)
     Q_PROPERTY(bool splitModeBinding READ splitModeBinding WRITE setSplitModeBinding NOTIFY stateChanged)
 
 public:

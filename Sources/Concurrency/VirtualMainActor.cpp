@@ -13,7 +13,8 @@ void VirtualMainActor::post(Action action) {
 
 ScheduledTask VirtualMainActor::after(std::chrono::nanoseconds delay, Action action) {
     // A delay past the end of the clock waits at its end.
-    const auto wait = std::clamp(delay, std::chrono::nanoseconds::zero(), std::chrono::nanoseconds::max() - now_);
+    const auto wait =
+        std::clamp(delay, std::chrono::nanoseconds::zero(), std::chrono::nanoseconds::max() - now_);
     auto life = std::make_shared<Action>(std::move(action));
     queue_.emplace(Key{now_ + wait, nextOrder_++}, life);
     return ScheduledTask(std::move(life));

@@ -35,7 +35,8 @@ public:
     std::optional<std::int64_t> hotkeyKeyCode;
     HotkeyModifiers hotkeyModifiers;
     KeyboardLayoutKind layoutKind = allKeyboardLayoutKinds.front();
-    /// While true, the next key is reported by `onRecordedHotkey` instead of being played. The caller ends it.
+    /// While true, the next key is reported by `onRecordedHotkey` instead of being played. The caller ends
+    /// it.
     bool isRecordingHotkey = false;
     std::function<void(std::string text, std::int64_t keyCode, HotkeyModifiers modifiers)> onRecordedHotkey;
     std::function<void()> onHotkey;

@@ -38,9 +38,8 @@ bool usesUpperExtension(int interval, std::span<const int> notes, int rootPitchC
         }
     }
     const auto tone = ScaleEngine::pitchClass(rootPitchClass + interval);
-    return std::ranges::any_of(notes, [&](int note) {
-        return ScaleEngine::pitchClass(note) == tone && note - 12 >= lowestRoot;
-    });
+    return std::ranges::any_of(
+        notes, [&](int note) { return ScaleEngine::pitchClass(note) == tone && note - 12 >= lowestRoot; });
 }
 
 } // namespace

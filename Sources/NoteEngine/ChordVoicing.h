@@ -46,11 +46,9 @@ public:
 
     /// The tones of the key's chord in stacking order. `baseNotes` gives their count, 1 to 6, which a high
     /// complexity raises.
-    [[nodiscard]] static std::vector<ChordTone> chordTones(std::span<const int> baseNotes,
-                                                           std::int64_t complexity,
-                                                           const KeyPosition& position,
-                                                           const PerformanceState& state,
-                                                           const ScaleDefinition& scale);
+    [[nodiscard]] static std::vector<ChordTone>
+    chordTones(std::span<const int> baseNotes, std::int64_t complexity, const KeyPosition& position,
+               const PerformanceState& state, const ScaleDefinition& scale);
 
     /// All tones, the root an octave up.
     [[nodiscard]] static Notes firstInversion(std::span<const ChordTone> tones);

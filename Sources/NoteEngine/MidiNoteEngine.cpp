@@ -146,7 +146,8 @@ void MidiNoteEngine::releaseActiveChordNotes(Events& events, const PerformanceSt
 void MidiNoteEngine::bassNoteRefreshEvents(Events& events, const PerformanceState& state, Character key,
                                            const Notes& notes) {
     const auto count = static_cast<std::int64_t>(notes.size());
-    const bool hasNoRoom = state.maxChordNotes >= 1 && count >= std::min<std::int64_t>(state.maxChordNotes, 16);
+    const bool hasNoRoom =
+        state.maxChordNotes >= 1 && count >= std::min<std::int64_t>(state.maxChordNotes, 16);
     if (hasNoRoom) {
         releaseBassNote(events, state.midiChannel, key);
         return;

@@ -63,8 +63,7 @@ bool JsonDecoding::flag(const std::string& key, const Json& json) {
     return json.get<bool>();
 }
 
-const std::string& JsonDecoding::text(const std::string& key, const Json& json,
-                                      const std::string& expected) {
+const std::string& JsonDecoding::text(const std::string& key, const Json& json, const std::string& expected) {
     if (!json.is_string()) {
         throw DecodingError(key, expected, json);
     }

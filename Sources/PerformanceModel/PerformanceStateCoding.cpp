@@ -40,7 +40,8 @@ const std::array<Field, 18> fields{{
     {"keyboardLayout", &PerformanceState::keyboardLayout},
 }};
 
-template <class... Cases> struct Overloaded : Cases... {
+template <class... Cases>
+struct Overloaded : Cases... {
     using Cases::operator()...;
 };
 
@@ -65,7 +66,9 @@ void decodeMember(PerformanceState& state, const Field& field, const Json& json)
     const std::string key(field.name);
     std::visit(
         Overloaded{
-            [&](std::int64_t PerformanceState::* member) { state.*member = JsonDecoding::integer(key, json); },
+            [&](std::int64_t PerformanceState::* member) {
+                state.*member = JsonDecoding::integer(key, json);
+            },
             [&](bool PerformanceState::* member) { state.*member = JsonDecoding::flag(key, json); },
             [&](std::string PerformanceState::* member) { state.*member = JsonDecoding::text(key, json); },
             [&](ChordMode PerformanceState::* member) {
@@ -84,12 +87,13 @@ Json PerformanceStateCoding::encode(const PerformanceState& state) {
     Json json = Json::object();
     for (const auto& field : fields) {
         auto& value = json[std::string(field.name)];
-        std::visit(Overloaded{
-                       [&](ChordMode PerformanceState::* member) { value = rawValue(state.*member); },
-                       [&](KeyboardLayoutKind PerformanceState::* member) { value = rawValue(state.*member); },
-                       [&](auto member) { value = state.*member; },
-                   },
-                   field.member);
+        std::visit(
+            Overloaded{
+                [&](ChordMode PerformanceState::* member) { value = rawValue(state.*member); },
+                [&](KeyboardLayoutKind PerformanceState::* member) { value = rawValue(state.*member); },
+                [&](auto member) { value = state.*member; },
+            },
+            field.member);
     }
     return json;
 }

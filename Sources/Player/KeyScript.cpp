@@ -103,7 +103,8 @@ private:
         return KeyScript::Control{std::string(binding), control->decode(json(arguments))};
     }
 
-    template <class Command> static KeyScript::Command plain(std::string_view arguments) {
+    template <class Command>
+    static KeyScript::Command plain(std::string_view arguments) {
         if (!arguments.empty()) {
             throw std::runtime_error("nothing may follow this command, found " + quoted(arguments));
         }

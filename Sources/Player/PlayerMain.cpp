@@ -30,7 +30,9 @@ public:
         next_.midi(time, message);
     }
 
-    void show(std::chrono::milliseconds time, const ReadOuts& readOuts) override { next_.show(time, readOuts); }
+    void show(std::chrono::milliseconds time, const ReadOuts& readOuts) override {
+        next_.show(time, readOuts);
+    }
 
 private:
     PlayerOutput& next_;
@@ -43,8 +45,8 @@ private:
 
 QByteArray readFile(const QString& path) {
     QFile file(path);
-    const bool isOpen = path == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly)
-                                                   : file.open(QIODevice::ReadOnly);
+    const bool isOpen =
+        path == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
     if (!isOpen) {
         throwFileError(path, file);
     }

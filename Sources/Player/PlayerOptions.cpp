@@ -10,23 +10,24 @@ struct Options {
     QCommandLineOption format{QStringLiteral("format"),
                               QStringLiteral("How events are printed: text or jsonl."),
                               QStringLiteral("text|jsonl"), QStringLiteral("text")};
-    QCommandLineOption out{QStringLiteral("out"), QStringLiteral("Also writes a Standard MIDI File (type 0)."),
+    QCommandLineOption out{QStringLiteral("out"),
+                           QStringLiteral("Also writes a Standard MIDI File (type 0)."),
                            QStringLiteral("FILE.mid")};
-    QCommandLineOption preset{QStringLiteral("preset"), QStringLiteral("Starts with the settings of a preset."),
+    QCommandLineOption preset{QStringLiteral("preset"),
+                              QStringLiteral("Starts with the settings of a preset."),
                               QStringLiteral("FILE.tvp")};
     QCommandLineOption version{QStringLiteral("version"), QStringLiteral("Prints the version.")};
     QCommandLineOption help{QStringLiteral("help"), QStringLiteral("Prints this help.")};
 
     void addTo(QCommandLineParser& parser) const {
-        parser.setApplicationDescription(
-            QStringLiteral("Plays a key script without a window, in virtual time, and prints the MIDI messages."));
+        parser.setApplicationDescription(QStringLiteral(
+            "Plays a key script without a window, in virtual time, and prints the MIDI messages."));
         parser.addPositionalArgument(QStringLiteral("SCRIPT"),
                                      QStringLiteral("The key script; - or nothing is standard input."),
                                      QStringLiteral("[SCRIPT|-]"));
         parser.addOptions({format, out, preset, version, help});
     }
 };
-
 
 } // namespace
 

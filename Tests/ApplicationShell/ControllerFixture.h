@@ -13,7 +13,8 @@ namespace tavro {
 /// A controller over a MIDI system that records, in virtual time.
 struct ControllerFixture {
     /// Every velocity is the state's own.
-    explicit ControllerFixture(PerformanceState state = {}) : controller(midi, mainActor, withoutChance(state)) {}
+    explicit ControllerFixture(PerformanceState state = {})
+        : controller(midi, mainActor, withoutChance(state)) {}
 
     static PerformanceState withoutChance(PerformanceState state) {
         state.humanizeVelocity = 0;
@@ -40,7 +41,8 @@ struct ControllerFixture {
                (channel == 1 ? "" : " on channel " + std::to_string(channel));
     }
 
-    template <class Change> void change(Change&& edit) {
+    template <class Change>
+    void change(Change&& edit) {
         auto state = controller.state();
         edit(state);
         controller.changeState(state);

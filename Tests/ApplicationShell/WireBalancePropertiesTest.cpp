@@ -67,11 +67,13 @@ private:
 };
 
 Character anyKey() {
-    static const std::u32string keys = U"yxcvbnm,.-asdfghjkl\u00F6\u00E4qwertzuiop\u00FC+1234567890\u00DF\u00B4/;A^";
+    static const std::u32string keys =
+        U"yxcvbnm,.-asdfghjkl\u00F6\u00E4qwertzuiop\u00FC+1234567890\u00DF\u00B4/;A^";
     return *rc::gen::elementOf(keys);
 }
 
-template <class Field> void change(WatchedController& watched, Field PerformanceState::* field, Field value) {
+template <class Field>
+void change(WatchedController& watched, Field PerformanceState::* field, Field value) {
     watched.fixture().change([&](auto& state) { state.*field = value; });
 }
 

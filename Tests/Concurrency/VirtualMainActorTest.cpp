@@ -19,8 +19,9 @@ protected:
     /// Work that notes its name and the time in milliseconds at which it ran.
     MainActor::Action noting(std::string name) {
         return [this, name] {
-            ran.push_back(name + "@" +
-                          std::to_string(std::chrono::duration_cast<std::chrono::milliseconds>(actor.now()).count()));
+            ran.push_back(
+                name + "@" +
+                std::to_string(std::chrono::duration_cast<std::chrono::milliseconds>(actor.now()).count()));
         };
     }
 
@@ -106,7 +107,9 @@ TEST_F(VirtualTime, CancelledWorkDoesNotRun) {
 }
 
 TEST_F(VirtualTime, WorkWhoseHandleIsGoneDoesNotRun) {
-    { const auto task = actor.after(10ms, noting("destroyed")); }
+    {
+        const auto task = actor.after(10ms, noting("destroyed"));
+    }
     auto task = actor.after(10ms, noting("assigned over"));
     task = actor.after(20ms, noting("kept"));
     actor.runToEnd();

@@ -50,9 +50,9 @@ INSTANTIATE_TEST_SUITE_P(
                     NearestCase{U'a', {U'#'}, U'#'},
                     // The far end of the same row is nearer than the key above.
                     NearestCase{U'a', {U'q', U'\u00E4'}, U'\u00E4'},
-                    NearestCase{U'1', {U'q', U'\u00B4'}, U'\u00B4'},
-                    NearestCase{U'a', {U'1', U'q'}, U'q'}, NearestCase{U'a', {U'e', U'w'}, U'w'},
-                    NearestCase{U'g', {U'a', U'h', U'd'}, U'h'}, NearestCase{U'g', {U'a', U'g'}, U'g'},
+                    NearestCase{U'1', {U'q', U'\u00B4'}, U'\u00B4'}, NearestCase{U'a', {U'1', U'q'}, U'q'},
+                    NearestCase{U'a', {U'e', U'w'}, U'w'}, NearestCase{U'g', {U'a', U'h', U'd'}, U'h'},
+                    NearestCase{U'g', {U'a', U'g'}, U'g'},
                     // Equal distances: the earlier one.
                     NearestCase{U'g', {U'f', U'h'}, U'f'}, NearestCase{U'g', {U'h', U'f'}, U'h'},
                     NearestCase{U'a', {U'y', U'q'}, U'y'}, NearestCase{U'a', {U'q', U'y'}, U'q'},
@@ -87,7 +87,8 @@ INSTANTIATE_TEST_SUITE_P(
                     // Not in the scale at all.
                     VisualCase{61, U'a', std::nullopt}, VisualCase{70, U'1', std::nullopt},
                     // From a key outside: the first in the order of the rows.
-                    VisualCase{60, U';', U','}, VisualCase{40, U' ', U'c'}, VisualCase{61, U';', std::nullopt}));
+                    VisualCase{60, U';', U','}, VisualCase{40, U' ', U'c'},
+                    VisualCase{61, U';', std::nullopt}));
 
 TEST(VisualKeyScale, TwoExactKeysAtEqualDistanceGiveTheLowerRow) {
     // Five notes an octave: 84 lies on the home row and on the two above it. From the third row its key is
@@ -138,7 +139,8 @@ TEST_P(VoicingKeys, StandInTheOrderOfTheNotes) {
 INSTANTIATE_TEST_SUITE_P(Voicings, VoicingKeys,
                          testing::Values(VoicingCase{0, U'a', U"adg"}, VoicingCase{0, U'A', U"adg"},
                                          VoicingCase{0, U'y', U"ycb"}, VoicingCase{25, U'a', U"dgk"},
-                                         VoicingCase{50, U'a', U"a\u00F6"}, VoicingCase{70, U'a', U"agj\u00F6"},
+                                         VoicingCase{50, U'a', U"a\u00F6"},
+                                         VoicingCase{70, U'a', U"agj\u00F6"},
                                          VoicingCase{85, U'a', U"ajl\u00F6"},
                                          VoicingCase{100, U'a', U"ajl\u00F6\u00E4"},
                                          // 79 is played by the row above only.

@@ -55,14 +55,15 @@ TEST_P(LayoutRow, IsChordZoneBelowAndMelodyZoneAboveInSplitMode) {
 constexpr auto qwerty = KeyboardLayoutKind::qwerty;
 constexpr auto qwertz = KeyboardLayoutKind::qwertz;
 
-INSTANTIATE_TEST_SUITE_P(
-    BothLayouts, LayoutRow,
-    testing::Values(RowCase{qwerty, 0, U"zxcvbnm,./", -1, "Z"},
-                    RowCase{qwerty, 1, U"asdfghjkl;'", 0, "A"}, RowCase{qwerty, 2, U"qwertyuiop[]", 1, "Q"},
-                    RowCase{qwerty, 3, U"1234567890-=", 2, "1"}, RowCase{qwertz, 0, U"yxcvbnm,.-", -1, "Y"},
-                    RowCase{qwertz, 1, U"asdfghjkl\u00F6\u00E4", 0, "A"},
-                    RowCase{qwertz, 2, U"qwertzuiop\u00FC+", 1, "Q"},
-                    RowCase{qwertz, 3, U"1234567890\u00DF\u00B4", 2, "1"}));
+INSTANTIATE_TEST_SUITE_P(BothLayouts, LayoutRow,
+                         testing::Values(RowCase{qwerty, 0, U"zxcvbnm,./", -1, "Z"},
+                                         RowCase{qwerty, 1, U"asdfghjkl;'", 0, "A"},
+                                         RowCase{qwerty, 2, U"qwertyuiop[]", 1, "Q"},
+                                         RowCase{qwerty, 3, U"1234567890-=", 2, "1"},
+                                         RowCase{qwertz, 0, U"yxcvbnm,.-", -1, "Y"},
+                                         RowCase{qwertz, 1, U"asdfghjkl\u00F6\u00E4", 0, "A"},
+                                         RowCase{qwertz, 2, U"qwertzuiop\u00FC+", 1, "Q"},
+                                         RowCase{qwertz, 3, U"1234567890\u00DF\u00B4", 2, "1"}));
 
 TEST(KeyboardLayout, HasFortyFiveKeysInRowsOfTenElevenAndTwoTimesTwelve) {
     for (const auto kind : allKeyboardLayoutKinds) {

@@ -1,5 +1,5 @@
-#include "Concurrency/VirtualMainActor.h"
 #include "MidiOutput/MidiOutputManager.h"
+#include "Concurrency/VirtualMainActor.h"
 #include "Platform/Headless/MidiSystemAdapter.h"
 
 #include <gmock/gmock.h>
@@ -54,7 +54,8 @@ private:
 
 TEST_F(MidiOutputManagerTest, setsUpClientPortAndSourceInThisOrder) {
     EXPECT_EQ(status(), "Virtueller Ausgang aktiv");
-    EXPECT_THAT(system.calls, ElementsAre("client TAVRO", "port TAVRO MIDI Out of 1", "source TAVRO Out of 1"));
+    EXPECT_THAT(system.calls,
+                ElementsAre("client TAVRO", "port TAVRO MIDI Out of 1", "source TAVRO Out of 1"));
 }
 
 TEST_F(MidiOutputManagerTest, stopsAtAClientThatFails) {
@@ -101,9 +102,8 @@ TEST_F(MidiOutputManagerTest, disposesPortThenSourceThenClient) {
 
 TEST_F(MidiOutputManagerTest, namesDestinationsAsWellAsItCan) {
     system.destinations = {{7, "Display", "Plain"}, {0, "Gone", "Gone"}, {8, {}, "Plain"}, {1234, {}, {}}};
-    EXPECT_THAT(midi().destinations(),
-                ElementsAre(MidiDestination{7, "Display"}, MidiDestination{8, "Plain"},
-                            MidiDestination{1234, "MIDI Output 1234"}));
+    EXPECT_THAT(midi().destinations(), ElementsAre(MidiDestination{7, "Display"}, MidiDestination{8, "Plain"},
+                                                   MidiDestination{1234, "MIDI Output 1234"}));
 }
 
 TEST_F(MidiOutputManagerTest, followsTheSystemFromTheMainActor) {
@@ -136,7 +136,8 @@ TEST_F(MidiOutputManagerTest, keepsTheChoiceOfADestinationThatDisappears) {
     EXPECT_THAT(midi().destinations(), IsEmpty());
     EXPECT_EQ(midi().selectedDestinationID(), 7U);
     midi().send(noteOn(60));
-    EXPECT_THAT(system.messages, ElementsAre(headless::MidiSystemAdapter::Message{false, 7, {0x90, 60, 100}}));
+    EXPECT_THAT(system.messages,
+                ElementsAre(headless::MidiSystemAdapter::Message{false, 7, {0x90, 60, 100}}));
 }
 
 TEST_F(MidiOutputManagerTest, sendsToExactlyOnePlace) {
@@ -273,8 +274,8 @@ TEST_F(MidiOutputManagerTest, panicGoesToTheChosenDestination) {
     midi().setSelectedDestinationID(7);
     midi().sendAllNotesOff(1);
     EXPECT_EQ(system.messages.size(), 32U);
-    EXPECT_THAT(system.messages, testing::Each(testing::Field(
-                                     &headless::MidiSystemAdapter::Message::endpoint, MidiObjectRef{7})));
+    EXPECT_THAT(system.messages, testing::Each(testing::Field(&headless::MidiSystemAdapter::Message::endpoint,
+                                                              MidiObjectRef{7})));
 }
 
 } // namespace

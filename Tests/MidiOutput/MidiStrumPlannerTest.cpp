@@ -151,8 +151,8 @@ RC_GTEST_PROP(StrumPlanProperties, EveryEventIsPlannedOnceInOrderWithinTheLonges
 RC_GTEST_PROP(StrumPlanProperties, NotesOfOneKeyAreOneStepApart, ()) {
     const auto strum = *rc::gen::inRange<std::int64_t>(1, 51);
     // Within an octave no note is a bass note.
-    const auto notes =
-        *rc::gen::nonEmpty(rc::gen::container<std::vector<std::int64_t>>(rc::gen::inRange<std::int64_t>(60, 72)));
+    const auto notes = *rc::gen::nonEmpty(
+        rc::gen::container<std::vector<std::int64_t>>(rc::gen::inRange<std::int64_t>(60, 72)));
     Events events;
     Delays upward;
     for (const auto note : notes) {

@@ -33,24 +33,24 @@ TEST_P(BassNote, LiesUnderTheRootBelowTheChord) {
     EXPECT_EQ(bassOf(GetParam().notes, 2), GetParam().twoOctavesDown);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Chords, BassNote,
-    testing::Values(BassCase{{60, 64, 67}, 48, 36}, BassCase{{64, 67, 72}, 48, 36},
-                    BassCase{{67, 72, 76}, 48, 36}, BassCase{{72, 67, 76}, 48, 36}, BassCase{{64}, 52, 40},
-                    BassCase{{52, 64}, 40, 28}, BassCase{{127}, 115, 103},
-                    BassCase{{59, 62, 65}, 47, 35}, BassCase{{57, 60, 64, 67}, 45, 33}));
+INSTANTIATE_TEST_SUITE_P(Chords, BassNote,
+                         testing::Values(BassCase{{60, 64, 67}, 48, 36}, BassCase{{64, 67, 72}, 48, 36},
+                                         BassCase{{67, 72, 76}, 48, 36}, BassCase{{72, 67, 76}, 48, 36},
+                                         BassCase{{64}, 52, 40}, BassCase{{52, 64}, 40, 28},
+                                         BassCase{{127}, 115, 103}, BassCase{{59, 62, 65}, 47, 35},
+                                         BassCase{{57, 60, 64, 67}, 45, 33}));
 
 // Below the first octave the bass goes down as far as there are notes, and no further.
 INSTANTIATE_TEST_SUITE_P(NearTheBottom, BassNote,
                          testing::Values(BassCase{{12, 16, 19}, 0, 0}, BassCase{{24, 28, 31}, 12, 0},
-                                         BassCase{{0}, 0, 0}, BassCase{{11}, 11, 11},
-                                         BassCase{{23}, 11, 11}, BassCase{{4, 7, 12}, 0, 0},
-                                         BassCase{{2, 5, 10}, 10, 10}, BassCase{{3, 8, 12}, 8, 8}));
+                                         BassCase{{0}, 0, 0}, BassCase{{11}, 11, 11}, BassCase{{23}, 11, 11},
+                                         BassCase{{4, 7, 12}, 0, 0}, BassCase{{2, 5, 10}, 10, 10},
+                                         BassCase{{3, 8, 12}, 8, 8}));
 
 TEST(BassNoteOctaves, AreOneUpToOneAndTwoFromTwoOn) {
     const Notes chord{60, 64, 67};
-    for (const std::int64_t one : {std::numeric_limits<std::int64_t>::min(), std::int64_t{-1},
-                                   std::int64_t{0}, std::int64_t{1}}) {
+    for (const std::int64_t one :
+         {std::numeric_limits<std::int64_t>::min(), std::int64_t{-1}, std::int64_t{0}, std::int64_t{1}}) {
         EXPECT_EQ(bassOf(chord, one), 48) << one;
     }
     for (const std::int64_t two :

@@ -45,15 +45,15 @@ INSTANTIATE_TEST_SUITE_P(TwoPitchClasses, ChordReadOut,
                                          ReadOut{{60, 61}, "Unknown"}, ReadOut{{60, 62}, "Unknown"},
                                          ReadOut{{60, 66}, "Unknown"}));
 
-INSTANTIATE_TEST_SUITE_P(
-    TriadsAndInversions, ChordReadOut,
-    testing::Values(ReadOut{{60, 64, 67}, "C"}, ReadOut{{64, 67, 72}, "C"}, ReadOut{{67, 72, 76}, "C"},
-                    ReadOut{{57, 60, 64}, "Am"}, ReadOut{{60, 64, 69}, "Am"}, ReadOut{{64, 69, 72}, "Am"},
-                    ReadOut{{59, 62, 65}, "Bdim"}, ReadOut{{60, 64, 68}, "Caug"},
-                    ReadOut{{64, 68, 72}, "Eaug"}, ReadOut{{61, 65, 68}, "C#"},
-                    ReadOut{{61, 65, 68}, "Db", true}, ReadOut{{60, 62, 67}, "Csus2"},
-                    ReadOut{{60, 65, 67}, "Csus4"}, ReadOut{{65, 67, 72}, "Fsus2"},
-                    ReadOut{{60, 62, 65}, "Csus2add4"}));
+INSTANTIATE_TEST_SUITE_P(TriadsAndInversions, ChordReadOut,
+                         testing::Values(ReadOut{{60, 64, 67}, "C"}, ReadOut{{64, 67, 72}, "C"},
+                                         ReadOut{{67, 72, 76}, "C"}, ReadOut{{57, 60, 64}, "Am"},
+                                         ReadOut{{60, 64, 69}, "Am"}, ReadOut{{64, 69, 72}, "Am"},
+                                         ReadOut{{59, 62, 65}, "Bdim"}, ReadOut{{60, 64, 68}, "Caug"},
+                                         ReadOut{{64, 68, 72}, "Eaug"}, ReadOut{{61, 65, 68}, "C#"},
+                                         ReadOut{{61, 65, 68}, "Db", true}, ReadOut{{60, 62, 67}, "Csus2"},
+                                         ReadOut{{60, 65, 67}, "Csus4"}, ReadOut{{65, 67, 72}, "Fsus2"},
+                                         ReadOut{{60, 62, 65}, "Csus2add4"}));
 
 // A power chord with a sixth or a minor seventh above it reads as the minor third that it contains.
 INSTANTIATE_TEST_SUITE_P(PowerChordsWithMore, ChordReadOut,
@@ -61,16 +61,13 @@ INSTANTIATE_TEST_SUITE_P(PowerChordsWithMore, ChordReadOut,
                                          ReadOut{{60, 61, 67}, "Unknown"}));
 
 // A strange bass under four pitch classes counts for more than the full chord above it.
-INSTANTIATE_TEST_SUITE_P(SeventhChords, ChordReadOut,
-                         testing::Values(ReadOut{{60, 64, 67, 71}, "Cmaj7"},
-                                         ReadOut{{52, 60, 67, 71}, "Em"},
-                                         ReadOut{{60, 63, 66, 69}, "Cdim7"},
-                                         ReadOut{{63, 66, 69, 72}, "D#dim7"},
-                                         ReadOut{{63, 66, 69, 72}, "Ebdim7", true},
-                                         ReadOut{{57, 60, 64, 67}, "Am7"}, ReadOut{{60, 64, 67, 69}, "C6"},
-                                         ReadOut{{60, 67, 71, 76}, "Cmaj7"},
-                                         ReadOut{{59, 62, 65, 69}, "Bm7b5"},
-                                         ReadOut{{62, 65, 69, 71}, "Dm6"}));
+INSTANTIATE_TEST_SUITE_P(
+    SeventhChords, ChordReadOut,
+    testing::Values(ReadOut{{60, 64, 67, 71}, "Cmaj7"}, ReadOut{{52, 60, 67, 71}, "Em"},
+                    ReadOut{{60, 63, 66, 69}, "Cdim7"}, ReadOut{{63, 66, 69, 72}, "D#dim7"},
+                    ReadOut{{63, 66, 69, 72}, "Ebdim7", true}, ReadOut{{57, 60, 64, 67}, "Am7"},
+                    ReadOut{{60, 64, 67, 69}, "C6"}, ReadOut{{60, 67, 71, 76}, "Cmaj7"},
+                    ReadOut{{59, 62, 65, 69}, "Bm7b5"}, ReadOut{{62, 65, 69, 71}, "Dm6"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Ninths, ChordReadOut,

@@ -35,29 +35,30 @@ class ToneCount : public testing::TestWithParam<CountCase> {};
 
 TEST_P(ToneCount, ComesFromTheBaseNotesAndIsRaisedByComplexity) {
     const std::vector<int> baseNotes(GetParam().baseNotes, 60);
-    const auto tones = ChordVoicing::chordTones(baseNotes, GetParam().complexity, homeKey, {},
-                                                ScaleEngine::scale("Major"));
+    const auto tones =
+        ChordVoicing::chordTones(baseNotes, GetParam().complexity, homeKey, {}, ScaleEngine::scale("Major"));
     EXPECT_EQ(tones, Tones(sixTones.begin(), sixTones.begin() + static_cast<long>(GetParam().tones)));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    ModesAndBoundaries, ToneCount,
-    testing::Values(CountCase{3, 0, 3}, CountCase{3, 64, 3}, CountCase{3, 65, 4}, CountCase{3, 79, 4},
-                    CountCase{3, 80, 5}, CountCase{3, 93, 5}, CountCase{3, 94, 6}, CountCase{3, 100, 6},
-                    CountCase{4, 0, 4}, CountCase{4, 64, 4}, CountCase{4, 65, 4}, CountCase{4, 79, 4},
-                    CountCase{4, 80, 5}, CountCase{4, 93, 5}, CountCase{4, 94, 6}, CountCase{5, 0, 5},
-                    CountCase{5, 65, 5}, CountCase{5, 80, 5}, CountCase{5, 93, 5}, CountCase{5, 94, 6},
-                    CountCase{6, 0, 6}, CountCase{6, 65, 6}, CountCase{6, 80, 6}, CountCase{6, 94, 6},
-                    CountCase{0, 0, 1}, CountCase{1, 0, 1}, CountCase{2, 0, 2}, CountCase{1, 65, 4},
-                    CountCase{7, 0, 6}, CountCase{40, 100, 6}));
+INSTANTIATE_TEST_SUITE_P(ModesAndBoundaries, ToneCount,
+                         testing::Values(CountCase{3, 0, 3}, CountCase{3, 64, 3}, CountCase{3, 65, 4},
+                                         CountCase{3, 79, 4}, CountCase{3, 80, 5}, CountCase{3, 93, 5},
+                                         CountCase{3, 94, 6}, CountCase{3, 100, 6}, CountCase{4, 0, 4},
+                                         CountCase{4, 64, 4}, CountCase{4, 65, 4}, CountCase{4, 79, 4},
+                                         CountCase{4, 80, 5}, CountCase{4, 93, 5}, CountCase{4, 94, 6},
+                                         CountCase{5, 0, 5}, CountCase{5, 65, 5}, CountCase{5, 80, 5},
+                                         CountCase{5, 93, 5}, CountCase{5, 94, 6}, CountCase{6, 0, 6},
+                                         CountCase{6, 65, 6}, CountCase{6, 80, 6}, CountCase{6, 94, 6},
+                                         CountCase{0, 0, 1}, CountCase{1, 0, 1}, CountCase{2, 0, 2},
+                                         CountCase{1, 65, 4}, CountCase{7, 0, 6}, CountCase{40, 100, 6}));
 
 TEST(ChordTones, AreComputedFromThePositionNotFromTheBaseNotes) {
     PerformanceState state;
     state.globalOctaveOffset = 1;
     const std::vector<int> baseNotes{1, 2, 3};
-    EXPECT_EQ(
-        ChordVoicing::chordTones(baseNotes, 0, KeyPosition{U'd', 1, 2, 0}, state, ScaleEngine::scale("Major")),
-        (Tones{{Role::root, 76}, {Role::third, 79}, {Role::fifth, 83}}));
+    EXPECT_EQ(ChordVoicing::chordTones(baseNotes, 0, KeyPosition{U'd', 1, 2, 0}, state,
+                                       ScaleEngine::scale("Major")),
+              (Tones{{Role::root, 76}, {Role::third, 79}, {Role::fifth, 83}}));
 }
 
 struct DegreeCase {
@@ -72,13 +73,13 @@ TEST_P(ScaleDegree, WrapsIntoTheNextOctaveEitherWay) {
               GetParam().note);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Degrees, ScaleDegree,
-    testing::Values(DegreeCase{0, 60}, DegreeCase{1, 62}, DegreeCase{6, 71}, DegreeCase{7, 72},
-                    DegreeCase{14, 84}, DegreeCase{-1, 59}, DegreeCase{-7, 48}, DegreeCase{-8, 47},
-                    DegreeCase{70, 127}, DegreeCase{-70, 0},
-                    DegreeCase{std::numeric_limits<std::int64_t>::max(), 127},
-                    DegreeCase{std::numeric_limits<std::int64_t>::min(), 0}));
+INSTANTIATE_TEST_SUITE_P(Degrees, ScaleDegree,
+                         testing::Values(DegreeCase{0, 60}, DegreeCase{1, 62}, DegreeCase{6, 71},
+                                         DegreeCase{7, 72}, DegreeCase{14, 84}, DegreeCase{-1, 59},
+                                         DegreeCase{-7, 48}, DegreeCase{-8, 47}, DegreeCase{70, 127},
+                                         DegreeCase{-70, 0},
+                                         DegreeCase{std::numeric_limits<std::int64_t>::max(), 127},
+                                         DegreeCase{std::numeric_limits<std::int64_t>::min(), 0}));
 
 TEST(ScaleNote, OfAScaleWithoutIntervalsIsTheBaseNote) {
     PerformanceState state;

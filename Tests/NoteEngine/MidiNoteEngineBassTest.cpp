@@ -29,8 +29,7 @@ TEST_F(Bass, LiesTwoOctavesDownOnRequest) {
 
 TEST_F(Bass, MovesWithTheChordAtAPress) {
     EXPECT_THAT(player.down(U'd'), ElementsAre("on 64 d", "on 67 d", "on 71 d", "on 52 d"));
-    EXPECT_THAT(player.down(U'a'),
-                ElementsAre("on 60 a", "on 64 a", "on 67 a", "off 52 a", "on 48 a"));
+    EXPECT_THAT(player.down(U'a'), ElementsAre("on 60 a", "on 64 a", "on 67 a", "off 52 a", "on 48 a"));
 }
 
 TEST_F(Bass, StaysWhenItIsTheSame) {
@@ -45,8 +44,7 @@ TEST_F(Bass, IsNotDetectedAgainAtARelease) {
     EXPECT_THAT(player.up(U'a'), ElementsAre("off 60 a", "off 64 a", "off 67 a"));
     EXPECT_EQ(player.engine.currentBassNote(), 48);
     // E G B and D F A together are over D.
-    EXPECT_THAT(player.down(U'd'),
-                ElementsAre("on 64 d", "on 67 d", "on 71 d", "off 48 d", "on 50 d"));
+    EXPECT_THAT(player.down(U'd'), ElementsAre("on 64 d", "on 67 d", "on 71 d", "off 48 d", "on 50 d"));
 }
 
 TEST_F(Bass, EndsWithTheLastChordKey) {

@@ -62,8 +62,8 @@ TEST_F(Hold, GivesWayToSmartHold) {
     EXPECT_THAT(player.down(U'a'),
                 ElementsAre("off 60 a", "off 64 a", "off 67 a", "on 60 a", "on 64 a", "on 67 a"));
     EXPECT_THAT(player.up(U'a'), IsEmpty());
-    EXPECT_THAT(player.down(U's'), ElementsAre("off 60 a", "off 64 a", "off 67 a", "on 62 s", "on 65 s",
-                                               "on 69 s"));
+    EXPECT_THAT(player.down(U's'),
+                ElementsAre("off 60 a", "off 64 a", "off 67 a", "on 62 s", "on 65 s", "on 69 s"));
 }
 
 } // namespace

@@ -19,8 +19,8 @@ TEST_F(SmartHold, AChordSoundsOnUntilTheNextStarts) {
     EXPECT_THAT(player.down(U'a'), ElementsAre("on 60 a", "on 64 a", "on 67 a"));
     EXPECT_THAT(player.up(U'a'), IsEmpty());
     EXPECT_THAT(player.engine.activeChordNotes(player.state), ElementsAre(60, 64, 67));
-    EXPECT_THAT(player.down(U's'), ElementsAre("off 60 a", "off 64 a", "off 67 a", "on 62 s", "on 65 s",
-                                               "on 69 s"));
+    EXPECT_THAT(player.down(U's'),
+                ElementsAre("off 60 a", "off 64 a", "off 67 a", "on 62 s", "on 65 s", "on 69 s"));
     EXPECT_THAT(player.engine.activeChordNotes(player.state), ElementsAre(62, 65, 69));
 }
 
@@ -50,8 +50,7 @@ TEST_F(SmartHold, ACompleteRoundWithBass) {
 TEST_F(SmartHold, TheBassFollowsTheWholeCluster) {
     player.state.bassNoteEnabled = true;
     EXPECT_THAT(player.down(U'd'), ElementsAre("on 64 d", "on 67 d", "on 71 d", "on 52 d"));
-    EXPECT_THAT(player.down(U'a'),
-                ElementsAre("on 60 a", "on 64 a", "on 67 a", "off 52 a", "on 48 a"));
+    EXPECT_THAT(player.down(U'a'), ElementsAre("on 60 a", "on 64 a", "on 67 a", "off 52 a", "on 48 a"));
 }
 
 TEST_F(SmartHold, TheBassFollowsTheHeldKeysOnly) {
@@ -60,8 +59,7 @@ TEST_F(SmartHold, TheBassFollowsTheHeldKeysOnly) {
     (void)player.down(U's');
     (void)player.up(U'a');
     // Held are s and d: D F A and E G B over D read as a Dm6; the C below them is not held any more.
-    EXPECT_THAT(player.down(U'd'),
-                ElementsAre("on 64 d", "on 67 d", "on 71 d", "off 48 d", "on 50 d"));
+    EXPECT_THAT(player.down(U'd'), ElementsAre("on 64 d", "on 67 d", "on 71 d", "off 48 d", "on 50 d"));
 }
 
 TEST_F(SmartHold, AnActiveKeyIsStruckAgain) {
@@ -111,8 +109,8 @@ TEST_F(SmartHold, PanicEndsTheCluster) {
     // No key counts as held any more: the next two presses, one after the other, are two clusters.
     (void)player.down(U's');
     (void)player.up(U's');
-    EXPECT_THAT(player.down(U'd'), ElementsAre("off 62 s", "off 65 s", "off 69 s", "on 64 d", "on 67 d",
-                                               "on 71 d"));
+    EXPECT_THAT(player.down(U'd'),
+                ElementsAre("off 62 s", "off 65 s", "off 69 s", "on 64 d", "on 67 d", "on 71 d"));
 }
 
 } // namespace

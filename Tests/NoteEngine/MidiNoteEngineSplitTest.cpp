@@ -91,8 +91,8 @@ TEST_F(Split, ANewSmartHoldChordLetsTheMelodySound) {
     (void)player.down(U'a');
     (void)player.up(U'a');
     (void)player.down(U'q');
-    EXPECT_THAT(player.down(U's'), ElementsAre("off 60 a", "off 64 a", "off 67 a", "on 62 s", "on 65 s",
-                                               "on 69 s"));
+    EXPECT_THAT(player.down(U's'),
+                ElementsAre("off 60 a", "off 64 a", "off 67 a", "on 62 s", "on 65 s", "on 69 s"));
     EXPECT_THAT(player.up(U'q'), ElementsAre("off 72 q"));
 }
 

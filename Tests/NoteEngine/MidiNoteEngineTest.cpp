@@ -30,8 +30,7 @@ TEST(MidiNoteEngine, SoundsAKeyFromPressToRelease) {
 TEST(MidiNoteEngine, SoundsTheNotesOfAChordFromLowToHigh) {
     Player player;
     EXPECT_THAT(player.down(U'a'), ElementsAre("on 60 a", "on 64 a", "on 67 a"));
-    EXPECT_THAT(player.engine.activeNotesByKey(),
-                ElementsAre(testing::Pair(U'a', ElementsAre(60, 64, 67))));
+    EXPECT_THAT(player.engine.activeNotesByKey(), ElementsAre(testing::Pair(U'a', ElementsAre(60, 64, 67))));
     EXPECT_THAT(player.up(U'a'), ElementsAre("off 60 a", "off 64 a", "off 67 a"));
 }
 

@@ -13,18 +13,12 @@ namespace {
 __extension__ using Wide = __int128;
 
 const std::map<std::string, std::vector<int>> otherScales{
-    {"Major", {0, 2, 4, 5, 7, 9, 11}},
-    {"Natural Minor", {0, 2, 3, 5, 7, 8, 10}},
-    {"Harmonic Minor", {0, 2, 3, 5, 7, 8, 11}},
-    {"Melodic Minor", {0, 2, 3, 5, 7, 9, 11}},
-    {"Dorian", {0, 2, 3, 5, 7, 9, 10}},
-    {"Phrygian", {0, 1, 3, 5, 7, 8, 10}},
-    {"Lydian", {0, 2, 4, 6, 7, 9, 11}},
-    {"Mixolydian", {0, 2, 4, 5, 7, 9, 10}},
-    {"Locrian", {0, 1, 3, 5, 6, 8, 10}},
-    {"Major Pentatonic", {0, 2, 4, 7, 9}},
-    {"Minor Pentatonic", {0, 3, 5, 7, 10}},
-    {"Blues Minor", {0, 3, 5, 6, 7, 10}},
+    {"Major", {0, 2, 4, 5, 7, 9, 11}},          {"Natural Minor", {0, 2, 3, 5, 7, 8, 10}},
+    {"Harmonic Minor", {0, 2, 3, 5, 7, 8, 11}}, {"Melodic Minor", {0, 2, 3, 5, 7, 9, 11}},
+    {"Dorian", {0, 2, 3, 5, 7, 9, 10}},         {"Phrygian", {0, 1, 3, 5, 7, 8, 10}},
+    {"Lydian", {0, 2, 4, 6, 7, 9, 11}},         {"Mixolydian", {0, 2, 4, 5, 7, 9, 10}},
+    {"Locrian", {0, 1, 3, 5, 6, 8, 10}},        {"Major Pentatonic", {0, 2, 4, 7, 9}},
+    {"Minor Pentatonic", {0, 3, 5, 7, 10}},     {"Blues Minor", {0, 3, 5, 6, 7, 10}},
 };
 
 int clampedNote(Wide note) {

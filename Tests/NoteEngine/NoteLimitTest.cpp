@@ -56,8 +56,8 @@ INSTANTIATE_TEST_SUITE_P(Limits, NoteLimit,
                          testing::Values(LimitCase{std::numeric_limits<std::int64_t>::min(), 20, 20},
                                          LimitCase{-1, 20, 20}, LimitCase{0, 20, 20}, LimitCase{1, 1, 1},
                                          LimitCase{2, 2, 1}, LimitCase{3, 3, 2}, LimitCase{4, 4, 3},
-                                         LimitCase{15, 15, 14}, LimitCase{16, 16, 15},
-                                         LimitCase{17, 16, 15}, LimitCase{100, 16, 15},
+                                         LimitCase{15, 15, 14}, LimitCase{16, 16, 15}, LimitCase{17, 16, 15},
+                                         LimitCase{100, 16, 15},
                                          LimitCase{std::numeric_limits<std::int64_t>::max(), 16, 15}));
 
 TEST(NoteLimitOrder, IsLeftAloneWhenNothingIsTrimmed) {

@@ -53,13 +53,13 @@ TEST_P(VelocityWithoutHumanizing, IsTheVelocityWithinItsRange) {
               GetParam().result);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Values, VelocityWithoutHumanizing,
-    testing::Values(ExactCase{100, 0, 100}, ExactCase{1, 0, 1}, ExactCase{127, 0, 127}, ExactCase{0, 0, 1},
-                    ExactCase{-5, 0, 1}, ExactCase{128, 0, 127}, ExactCase{300, -1, 127},
-                    ExactCase{64, std::numeric_limits<std::int64_t>::min(), 64},
-                    ExactCase{std::numeric_limits<std::int64_t>::max(), 0, 127},
-                    ExactCase{std::numeric_limits<std::int64_t>::min(), 0, 1}));
+INSTANTIATE_TEST_SUITE_P(Values, VelocityWithoutHumanizing,
+                         testing::Values(ExactCase{100, 0, 100}, ExactCase{1, 0, 1}, ExactCase{127, 0, 127},
+                                         ExactCase{0, 0, 1}, ExactCase{-5, 0, 1}, ExactCase{128, 0, 127},
+                                         ExactCase{300, -1, 127},
+                                         ExactCase{64, std::numeric_limits<std::int64_t>::min(), 64},
+                                         ExactCase{std::numeric_limits<std::int64_t>::max(), 0, 127},
+                                         ExactCase{std::numeric_limits<std::int64_t>::min(), 0, 1}));
 
 struct SpreadCase {
     std::int64_t velocity;
@@ -77,13 +77,14 @@ TEST_P(HumanizedVelocity, TakesEveryValueWithinItsWidthAndNoOther) {
     EXPECT_EQ(counts.size(), static_cast<std::size_t>(GetParam().highest - GetParam().lowest + 1));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Widths, HumanizedVelocity,
-    testing::Values(SpreadCase{100, 1, 99, 101}, SpreadCase{100, 7, 93, 107}, SpreadCase{64, 30, 34, 94},
-                    SpreadCase{64, 31, 34, 94}, SpreadCase{64, 100, 34, 94},
-                    SpreadCase{64, std::numeric_limits<std::int64_t>::max(), 34, 94},
-                    SpreadCase{127, 7, 120, 127}, SpreadCase{300, 7, 120, 127}, SpreadCase{1, 7, 1, 8},
-                    SpreadCase{0, 7, 1, 8}, SpreadCase{-50, 7, 1, 8}));
+INSTANTIATE_TEST_SUITE_P(Widths, HumanizedVelocity,
+                         testing::Values(SpreadCase{100, 1, 99, 101}, SpreadCase{100, 7, 93, 107},
+                                         SpreadCase{64, 30, 34, 94}, SpreadCase{64, 31, 34, 94},
+                                         SpreadCase{64, 100, 34, 94},
+                                         SpreadCase{64, std::numeric_limits<std::int64_t>::max(), 34, 94},
+                                         SpreadCase{127, 7, 120, 127}, SpreadCase{300, 7, 120, 127},
+                                         SpreadCase{1, 7, 1, 8}, SpreadCase{0, 7, 1, 8},
+                                         SpreadCase{-50, 7, 1, 8}));
 
 TEST(HumanizedVelocityDistribution, IsEven) {
     // The generator is seeded, so the counts are the same in every run; 5 deviations either way.
@@ -106,8 +107,7 @@ TEST(NoteOnEvents, HaveTheNotesInOrderWithChannelAndKey) {
 TEST(NoteOnEvents, DrawAVelocityForEachNote) {
     const Notes notes(50, 60);
     std::set<std::int64_t> velocities;
-    for (const auto& event :
-         ChordVoicing::noteOnEvents(notes, withVelocity(64, 30), U'a', seededSource())) {
+    for (const auto& event : ChordVoicing::noteOnEvents(notes, withVelocity(64, 30), U'a', seededSource())) {
         velocities.insert(event.velocity);
     }
     EXPECT_GT(velocities.size(), 10U);

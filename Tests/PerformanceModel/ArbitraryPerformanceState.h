@@ -26,9 +26,9 @@ inline void showValue(const PerformanceState& state, std::ostream& stream) {
 /// Both ends of the range, the surroundings of zero, and anything between.
 inline rc::Gen<std::int64_t> anyInteger() {
     using Limits = std::numeric_limits<std::int64_t>;
-    return rc::gen::oneOf(rc::gen::arbitrary<std::int64_t>(), rc::gen::inRange<std::int64_t>(-200, 200),
-                          rc::gen::element<std::int64_t>(Limits::min(), Limits::min() + 1, Limits::max() - 1,
-                                                         Limits::max()));
+    return rc::gen::oneOf(
+        rc::gen::arbitrary<std::int64_t>(), rc::gen::inRange<std::int64_t>(-200, 200),
+        rc::gen::element<std::int64_t>(Limits::min(), Limits::min() + 1, Limits::max() - 1, Limits::max()));
 }
 
 inline rc::Gen<std::string> anyScaleName() {
@@ -51,10 +51,10 @@ inline rc::Gen<PerformanceState> stateWith(const rc::Gen<std::int64_t>& root,
         rc::gen::set(&State::velocity, others), rc::gen::set(&State::humanizeVelocity, others),
         rc::gen::set(&State::strumMilliseconds, others), rc::gen::set(&State::voicingComplexity, complexity),
         rc::gen::set(&State::maxChordNotes, others), rc::gen::set(&State::midiChannel, others),
-        rc::gen::set(&State::chordMode, rc::gen::elementOf(allChordModes)),
-        rc::gen::set(&State::holdMode), rc::gen::set(&State::smartHoldMode),
-        rc::gen::set(&State::bassNoteEnabled), rc::gen::set(&State::bassOctaveDown, others),
-        rc::gen::set(&State::splitModeEnabled), rc::gen::set(&State::melodyOctaveOffset, octaves),
+        rc::gen::set(&State::chordMode, rc::gen::elementOf(allChordModes)), rc::gen::set(&State::holdMode),
+        rc::gen::set(&State::smartHoldMode), rc::gen::set(&State::bassNoteEnabled),
+        rc::gen::set(&State::bassOctaveDown, others), rc::gen::set(&State::splitModeEnabled),
+        rc::gen::set(&State::melodyOctaveOffset, octaves),
         rc::gen::set(&State::keyboardLayout, rc::gen::elementOf(allKeyboardLayoutKinds)));
 }
 

@@ -19,13 +19,14 @@ TEST_P(LowerCase, OfOneCharacterIsOneCharacter) {
     EXPECT_EQ(lowercased(GetParam().lower), GetParam().lower);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Keys, LowerCase,
-    testing::Values(Casing{U'A', U'a'}, Casing{U'Z', U'z'}, Casing{U'a', U'a'}, Casing{U'1', U'1'},
-                    Casing{U'@', U'@'}, Casing{U'[', U'['}, Casing{U'`', U'`'}, Casing{U'\u00D6', U'\u00F6'},
-                    Casing{U'\u00C4', U'\u00E4'}, Casing{U'\u00DC', U'\u00FC'},
-                    Casing{U'\u00DF', U'\u00DF'}, Casing{U'\u1E9E', U'\u00DF'},
-                    Casing{U'\u00B4', U'\u00B4'}, Casing{U'\u03A9', U'\u03C9'}, Casing{noKey, noKey}));
+INSTANTIATE_TEST_SUITE_P(Keys, LowerCase,
+                         testing::Values(Casing{U'A', U'a'}, Casing{U'Z', U'z'}, Casing{U'a', U'a'},
+                                         Casing{U'1', U'1'}, Casing{U'@', U'@'}, Casing{U'[', U'['},
+                                         Casing{U'`', U'`'}, Casing{U'\u00D6', U'\u00F6'},
+                                         Casing{U'\u00C4', U'\u00E4'}, Casing{U'\u00DC', U'\u00FC'},
+                                         Casing{U'\u00DF', U'\u00DF'}, Casing{U'\u1E9E', U'\u00DF'},
+                                         Casing{U'\u00B4', U'\u00B4'}, Casing{U'\u03A9', U'\u03C9'},
+                                         Casing{noKey, noKey}));
 
 struct Encoding {
     Character character;

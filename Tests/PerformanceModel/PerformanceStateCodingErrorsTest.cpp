@@ -33,10 +33,10 @@ void expectError(const Json& json, const std::string& key, const std::string& ex
     EXPECT_THAT(error->what(), HasSubstr(expected));
 }
 
-const std::vector<std::string> integerKeys{
-    "rootSemitone",      "baseMidiC",         "globalOctaveOffset", "velocity",
-    "humanizeVelocity",  "strumMilliseconds", "voicingComplexity",  "maxChordNotes",
-    "midiChannel",       "bassOctaveDown",    "melodyOctaveOffset"};
+const std::vector<std::string> integerKeys{"rootSemitone",      "baseMidiC",         "globalOctaveOffset",
+                                           "velocity",          "humanizeVelocity",  "strumMilliseconds",
+                                           "voicingComplexity", "maxChordNotes",     "midiChannel",
+                                           "bassOctaveDown",    "melodyOctaveOffset"};
 const std::vector<std::string> flagKeys{"holdMode", "smartHoldMode", "bassNoteEnabled", "splitModeEnabled"};
 
 class IntegerKeyError : public testing::TestWithParam<std::string> {};

@@ -120,8 +120,8 @@ TEST_P(EachSetting, IsItsDefaultWhenNull) {
 }
 
 TEST_P(EachSetting, StoredAsNullBecomesItsDefaultAndNothingElseChanges) {
-    PerformanceState changed{1,  "Major", 61, 1, 2,    3,    4,    5, 6,    7, ChordMode::ninth,
-                             true, true,  true, 9, true, 10, KeyboardLayoutKind::qwerty};
+    PerformanceState changed{1, "Major",          61,   1,    2,    3, 4,    5,  6,
+                             7, ChordMode::ninth, true, true, true, 9, true, 10, KeyboardLayoutKind::qwerty};
     const auto before = changed;
     PerformanceStateCoding::decodeField(changed, GetParam(), nullptr);
     EXPECT_EQ(PerformanceStateCoding::differences(before, changed),

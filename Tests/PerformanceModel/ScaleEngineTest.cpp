@@ -100,19 +100,20 @@ TEST_P(NoteNameExample, ReadsAsExpected) {
     EXPECT_EQ(ScaleEngine::pitchName(GetParam().note, GetParam().preferFlats), GetParam().pitch);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    InsideAndOutside, NoteNameExample,
-    testing::Values(NoteName{60, false, "C4", "C"}, NoteName{61, false, "C#4", "C#"},
-                    NoteName{61, true, "Db4", "Db"}, NoteName{0, false, "C-1", "C"},
-                    NoteName{11, false, "B-1", "B"}, NoteName{12, false, "C0", "C"},
-                    NoteName{127, false, "G9", "G"}, NoteName{130, false, "G9", "G"},
-                    NoteName{-5, true, "C-1", "C"}, NoteName{-1, false, "C-1", "C"},
-                    NoteName{70, true, "Bb4", "Bb"}, NoteName{70, false, "A#4", "A#"},
-                    NoteName{std::numeric_limits<std::int64_t>::max(), true, "G9", "G"},
-                    NoteName{std::numeric_limits<std::int64_t>::min(), true, "C-1", "C"}));
+INSTANTIATE_TEST_SUITE_P(InsideAndOutside, NoteNameExample,
+                         testing::Values(NoteName{60, false, "C4", "C"}, NoteName{61, false, "C#4", "C#"},
+                                         NoteName{61, true, "Db4", "Db"}, NoteName{0, false, "C-1", "C"},
+                                         NoteName{11, false, "B-1", "B"}, NoteName{12, false, "C0", "C"},
+                                         NoteName{127, false, "G9", "G"}, NoteName{130, false, "G9", "G"},
+                                         NoteName{-5, true, "C-1", "C"}, NoteName{-1, false, "C-1", "C"},
+                                         NoteName{70, true, "Bb4", "Bb"}, NoteName{70, false, "A#4", "A#"},
+                                         NoteName{std::numeric_limits<std::int64_t>::max(), true, "G9", "G"},
+                                         NoteName{std::numeric_limits<std::int64_t>::min(), true, "C-1",
+                                                  "C"}));
 
-const std::vector<std::string> minorTypes{"Natural Minor", "Harmonic Minor", "Melodic Minor",    "Dorian",
-                                          "Phrygian",      "Locrian",        "Minor Pentatonic", "Blues Minor"};
+const std::vector<std::string> minorTypes{"Natural Minor",    "Harmonic Minor", "Melodic Minor",
+                                          "Dorian",           "Phrygian",       "Locrian",
+                                          "Minor Pentatonic", "Blues Minor"};
 const std::vector<std::string> otherTypes{"Chromatic",        "Major", "Lydian",
                                           "Major Pentatonic", "",      "mixolydian"};
 

@@ -25,8 +25,8 @@ bool isNoteOff(const Json& line) {
     return line.contains("midi") && (line["midi"][0].get<int>() & 0xF0) == 0x80;
 }
 
-/// The lines with what is free made equal: note-offs of one run sorted, and the status behind a run that names
-/// one of its notes made plain.
+/// The lines with what is free made equal: note-offs of one run sorted, and the status behind a run that
+/// names one of its notes made plain.
 std::vector<Json> comparable(const std::string& text) {
     std::vector<Json> lines;
     std::istringstream stream(text);

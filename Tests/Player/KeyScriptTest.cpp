@@ -59,22 +59,24 @@ TEST_P(WrongLines, areReportedWithNumberAndReason) {
 INSTANTIATE_TEST_SUITE_P(
     KeyScript, WrongLines,
     testing::Values(
-        WrongLine{"dwn a", "\"dwn\" is no command; there are at, down, up, set, control, panic, show and quit"},
+        WrongLine{"dwn a",
+                  "\"dwn\" is no command; there are at, down, up, set, control, panic, show and quit"},
         WrongLine{"down", "a key is exactly one character, not \"\""},
         WrongLine{"down ab", "a key is exactly one character, not \"ab\""},
         WrongLine{"up a b", "a key is exactly one character, not \"a b\""},
         WrongLine{"at", "at needs a whole number of milliseconds from 0 to 1000000000000, not \"\""},
         WrongLine{"at -1", "at needs a whole number of milliseconds from 0 to 1000000000000, not \"-1\""},
         WrongLine{"at 5x", "at needs a whole number of milliseconds from 0 to 1000000000000, not \"5x\""},
-        WrongLine{"at 99999999999999999999",
-                  "at needs a whole number of milliseconds from 0 to 1000000000000, not \"99999999999999999999\""},
-        WrongLine{"set", "a JSON value is missing"},
-        WrongLine{"set velocity", "a JSON value is missing"},
+        WrongLine{
+            "at 99999999999999999999",
+            "at needs a whole number of milliseconds from 0 to 1000000000000, not \"99999999999999999999\""},
+        WrongLine{"set", "a JSON value is missing"}, WrongLine{"set velocity", "a JSON value is missing"},
         WrongLine{"set velocity {", "\"{\" is not JSON"},
         WrongLine{"set velocity \"64\"", "\"velocity\": expected an integer, found \"64\""},
-        WrongLine{"set chordMode \"seventh\"",
-                  "\"chordMode\": expected one of \"Off\", \"Triad\", \"Seventh\", \"Ninth\", \"Eleventh\", found "
-                  "\"seventh\""},
+        WrongLine{
+            "set chordMode \"seventh\"",
+            "\"chordMode\": expected one of \"Off\", \"Triad\", \"Seventh\", \"Ninth\", \"Eleventh\", found "
+            "\"seventh\""},
         WrongLine{"set volume 3", "\"volume\": expected the name of a setting before this value, found 3"},
         WrongLine{"control hold true", "\"hold\" is no control"},
         WrongLine{"control holdBinding 1", "\"holdBinding\": expected true or false, found 1"},

@@ -20,8 +20,8 @@ Bytes trackOf(const MidiFile& file) {
 
 TEST(MidiFile, beginsWithAHeaderOfOneTrackInMilliseconds) {
     const auto bytes = MidiFile().bytes();
-    const Bytes header{'M', 'T', 'h', 'd', 0, 0, 0, 6, 0, 0, 0, 1, 500 >> 8, 500 & 0xFF,
-                       'M', 'T', 'r', 'k', 0, 0, 0, 11};
+    const Bytes header{'M', 'T',      'h',        'd', 0,   0,   0,   6, 0, 0, 0,
+                       1,   500 >> 8, 500 & 0xFF, 'M', 'T', 'r', 'k', 0, 0, 0, 11};
     ASSERT_GE(bytes.size(), header.size());
     EXPECT_EQ(Bytes(bytes.begin(), bytes.begin() + 22), header);
     EXPECT_EQ(trackOf(MidiFile()), (Bytes{0, 0xFF, 0x51, 3, 0x07, 0xA1, 0x20, 0, 0xFF, 0x2F, 0}));

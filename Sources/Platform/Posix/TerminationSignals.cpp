@@ -26,7 +26,7 @@ void writeToPipe(int /*signal*/) {
 }
 
 void setHandlers(void (*handler)(int)) {
-    struct sigaction action {};
+    struct sigaction action{};
     action.sa_handler = handler;
     action.sa_flags = SA_RESTART;
     for (const auto signal : terminatingSignals) {

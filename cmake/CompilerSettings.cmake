@@ -16,6 +16,7 @@ endif()
 
 # Every target of the project, and nothing of a library, is compiled with these.
 add_library(tavro_settings INTERFACE)
+target_compile_features(tavro_settings INTERFACE cxx_std_20)
 target_include_directories(tavro_settings INTERFACE "${PROJECT_SOURCE_DIR}/Sources")
 target_compile_definitions(tavro_settings INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
 target_compile_options(tavro_settings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)

@@ -5,8 +5,11 @@
 namespace tavro {
 
 KeyboardEventMonitor::KeyboardEventMonitor(QQuickItem* parent)
-    : QQuickItem(parent), view_(new KeyboardMonitorView(this)) {
+    : QQuickItem(parent), view_(new KeyboardMonitorView()) {
     updateView();
+    // Only now: entering the window is reported to the fields.
+    view_->setParent(this);
+    view_->setParentItem(this);
 }
 
 KeyboardEventMonitor::~KeyboardEventMonitor() {

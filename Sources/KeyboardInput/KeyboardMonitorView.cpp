@@ -15,7 +15,11 @@ bool liesInPopup(const QQuickItem* item) {
 
 } // namespace
 
-KeyboardMonitorView::KeyboardMonitorView(QQuickItem* parent) : QQuickItem(parent) {}
+KeyboardMonitorView::KeyboardMonitorView(QQuickItem* parent) {
+    // Not by the base class, whose notice of the window would come before this part can hear it.
+    setParent(parent);
+    setParentItem(parent);
+}
 
 KeyboardMonitorView::~KeyboardMonitorView() {
     // The base class takes itself out of the window when this part no longer exists and can tell nobody.

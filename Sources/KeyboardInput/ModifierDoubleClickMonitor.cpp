@@ -16,8 +16,11 @@ ModifierDoubleClickRules::Nearness nearnessOfTheDesktop() {
 
 } // namespace
 
-ModifierDoubleClickMonitor::ModifierDoubleClickMonitor(QQuickItem* parent)
-    : QQuickItem(parent), rules_(nearnessOfTheDesktop()) {}
+ModifierDoubleClickMonitor::ModifierDoubleClickMonitor(QQuickItem* parent) : rules_(nearnessOfTheDesktop()) {
+    // Not by the base class, whose notice of the window would come before this part can hear it.
+    setParent(parent);
+    setParentItem(parent);
+}
 
 ModifierDoubleClickMonitor::~ModifierDoubleClickMonitor() {
     removeMonitor();
@@ -66,11 +69,12 @@ bool ModifierDoubleClickMonitor::consumes(const QMouseEvent& press) {
         return false;
     }
     const auto position = mapFromScene(press.scenePosition());
-    const bool isDue = rules_.isDoubleClick({.milliseconds = static_cast<std::int64_t>(press.timestamp()),
-                                             .x = position.x(),
-                                             .y = position.y(),
-                                             .isInside = isVisible() && contains(position),
-                                             .modifiers = static_cast<std::uint32_t>(press.modifiers().toInt())});
+    const bool isDue =
+        rules_.isDoubleClick({.milliseconds = static_cast<std::int64_t>(press.timestamp()),
+                              .x = position.x(),
+                              .y = position.y(),
+                              .isInside = isVisible() && contains(position),
+                              .modifiers = static_cast<std::uint32_t>(press.modifiers().toInt())});
     if (isDue) {
         Q_EMIT action();
     }

@@ -7,8 +7,7 @@ namespace tavro {
 bool ModifierDoubleClickRules::isDoubleClick(const Press& press) {
     clickCount_ = continuesSeries(press) ? clickCount_ + 1 : 1;
     last_ = press;
-    return clickCount_ == 2 && press.isInside &&
-           (press.modifiers & requiredModifiers) == requiredModifiers;
+    return clickCount_ == 2 && press.isInside && (press.modifiers & requiredModifiers) == requiredModifiers;
 }
 
 bool ModifierDoubleClickRules::continuesSeries(const Press& press) const {

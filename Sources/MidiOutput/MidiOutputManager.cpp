@@ -123,13 +123,7 @@ void MidiOutputManager::send(std::span<const NoteEvent> events, std::int64_t str
             }
             continue;
         }
-        if (event.sourceKey == noKey) {
-            // No key caused it, so it ends the note whoever was about to sound it; and it may be sounding.
-            std::erase_if(pendingNoteOns_, [&event = event](const auto& pending) {
-                return pending.first.note == event.note && pending.first.channel == event.channel;
-            });
-            send(event);
-        } else if (pendingNoteOns_.erase(pendingKey(event)) == 0) {
+        if (!cancelsPendingNoteOn(event)) {
             send(event);
         }
     }
@@ -152,6 +146,19 @@ void MidiOutputManager::sendNoteOn(const NoteEvent& event, std::int64_t delayMil
             pendingNoteOns_.erase(key);
             send(event);
         }));
+}
+
+bool MidiOutputManager::cancelsPendingNoteOn(const NoteEvent& noteOff) {
+    if (noteOff.sourceKey == noKey) {
+        // No key caused it, so it ends the note whoever was about to sound it; and it may be sounding.
+        std::erase_if(pendingNoteOns_, [&noteOff](const auto& pending) {
+            return pending.first.note == noteOff.note && pending.first.channel == noteOff.channel;
+        });
+        return false;
+    }
+    return pendingNoteOns_.erase(pendingKey(noteOff)) > 0 ||
+           (noteOff.startedBy != noKey &&
+            pendingNoteOns_.erase({noteOff.note, noteOff.channel, noteOff.startedBy}) > 0);
 }
 
 void MidiOutputManager::cancelPendingNoteOns() {

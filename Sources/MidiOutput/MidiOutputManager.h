@@ -84,6 +84,8 @@ Q_SIGNALS:
 
 private:
     void setup();
+    /// Whether the note-off met its own note-on before that was sent, so that neither needs to be.
+    bool cancelsPendingNoteOn(const NoteEvent& noteOff);
     void setStatusText(const QString& text);
 
     MidiSystem& system_;

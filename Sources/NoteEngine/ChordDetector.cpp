@@ -51,7 +51,7 @@ constexpr std::array<ChordPattern, 30> patterns{{
     {intervals({0, 5, 7}), intervals({2, 9, 10}), "sus4", 74, true},
     {intervals({0, 4}), intervals({2, 5, 7, 9, 10, 11}), "", 66, false},
     {intervals({0, 3}), intervals({2, 5, 7, 9, 10}), "m", 65, false},
-    {intervals({0, 7}), intervals({2, 5, 9, 10, 11}), "5", 45, true},
+    {intervals({0, 7}), intervals({2, 5, 9, 10}), "5", 45, true},
 }};
 
 constexpr std::string_view powerChord = "5";

@@ -15,8 +15,8 @@ int clampedNote(std::int64_t note) {
     return static_cast<int>(std::clamp<std::int64_t>(note, 0, 127));
 }
 
-/// Settings come from files and may hold any number. Within these bounds every sum of a few of them is exact,
-/// and beyond them every note is at an end of the range anyway.
+/// Settings come from files and may hold any number. Within these bounds every sum of a few of them is exact;
+/// beyond them a note is still in range, and no musician will miss the exact sum.
 std::int64_t bounded(std::int64_t value) {
     constexpr std::int64_t bound = std::int64_t{1} << 40;
     return std::clamp(value, -bound, bound);

@@ -154,10 +154,12 @@ void MidiNoteEngine::bassNoteRefreshEvents(Events& events, const PerformanceStat
     }
     const auto bass = state.bassNoteEnabled ? ChordVoicing::bassNote(notes, state) : std::nullopt;
     if (bass) {
-        if (bass != currentBassNote_) {
+        if (bass != currentBassNote()) {
             releaseBassNote(events, state.midiChannel, key);
             append(events, ChordVoicing::noteOnEvents(Notes{*bass}, state, key, random_));
-            currentBassNote_ = bass;
+            const auto& played = activeNotesByKey_.at(key);
+            const bool isAlsoPlayed = std::ranges::find(played, *bass) != played.end();
+            bass_ = BassNote{*bass, isAlsoPlayed ? noKey : key};
         }
         return;
     }
@@ -168,9 +170,14 @@ void MidiNoteEngine::bassNoteRefreshEvents(Events& events, const PerformanceStat
 }
 
 void MidiNoteEngine::releaseBassNote(Events& events, std::int64_t channel, Character key) {
-    if (currentBassNote_) {
-        appendNoteOffs(events, {*currentBassNote_}, channel, key);
-        currentBassNote_.reset();
+    if (bass_) {
+        events.push_back({.type = NoteEvent::EventType::noteOff,
+                          .note = bass_->note,
+                          .velocity = 0,
+                          .channel = clampedChannel(channel),
+                          .sourceKey = key,
+                          .startedBy = bass_->startedBy});
+        bass_.reset();
     }
 }
 

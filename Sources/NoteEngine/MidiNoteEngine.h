@@ -46,10 +46,19 @@ public:
     [[nodiscard]] const NotesByKey& activeNotesByKey() const { return activeNotesByKey_; }
 
     /// The bass note that sounds.
-    [[nodiscard]] std::optional<int> currentBassNote() const { return currentBassNote_; }
+    [[nodiscard]] std::optional<int> currentBassNote() const {
+        return bass_ ? std::optional(bass_->note) : std::nullopt;
+    }
 
 private:
     using Events = std::vector<NoteEvent>;
+
+    struct BassNote {
+        int note;
+        /// The key whose press brought it; none when that key plays the same note itself, since then nobody
+        /// can tell the two apart.
+        Character startedBy;
+    };
 
     [[nodiscard]] bool isActiveChordKey(Character key, const PerformanceState& state) const;
     void pressWithSmartHold(Events& events, Character key, Notes notes, const PerformanceState& state);
@@ -63,7 +72,7 @@ private:
     RandomSource random_;
     NotesByKey activeNotesByKey_;
     std::set<Character> smartPhysicalKeysDown_;
-    std::optional<int> currentBassNote_;
+    std::optional<BassNote> bass_;
 };
 
 } // namespace tavro

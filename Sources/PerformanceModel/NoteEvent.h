@@ -19,8 +19,16 @@ struct NoteEvent {
     std::int64_t channel;
     /// The lower-case key that caused the event; `noKey` when none did.
     Character sourceKey;
+    /// For a note-off: the key whose note-on it ends, where that may be another than the source key. The
+    /// bass note begins with one key's press and may end with another's; while a strum still holds its
+    /// note-on back, only this finds it.
+    Character startedBy = noKey;
 
-    friend bool operator==(const NoteEvent&, const NoteEvent&) = default;
+    /// By what the event says; `startedBy` is no part of that.
+    friend bool operator==(const NoteEvent& left, const NoteEvent& right) {
+        return left.type == right.type && left.note == right.note && left.velocity == right.velocity &&
+               left.channel == right.channel && left.sourceKey == right.sourceKey;
+    }
 };
 
 } // namespace tavro

@@ -23,7 +23,7 @@ Item {
         anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
         text: root.output.selectedName
-        isOn: root.output.isSelectedAvailable
+        dot: root.output.isSelectedAvailable ? Theme.secondaryText : Theme.stop
     }
 
     StopButton {

@@ -42,7 +42,7 @@ int KeyboardGridModel::rowCount(const QModelIndex& parent) const {
 }
 
 QVariant KeyboardGridModel::data(const QModelIndex& index, int role) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid)) {
+    if (!index.isValid() || index.row() >= rowCount()) {
         return {};
     }
     const auto& cell = cells_[static_cast<std::size_t>(index.row())];
@@ -69,10 +69,14 @@ QVariant KeyboardGridModel::data(const QModelIndex& index, int role) const {
 }
 
 QHash<int, QByteArray> KeyboardGridModel::roleNames() const {
-    return {{keyRole, QByteArrayLiteral("key")},           {labelRole, QByteArrayLiteral("label")},
-            {rowRole, QByteArrayLiteral("row")},           {columnRole, QByteArrayLiteral("column")},
-            {noteRole, QByteArrayLiteral("note")},         {isMelodyRole, QByteArrayLiteral("isMelody")},
-            {isPressedRole, QByteArrayLiteral("isPressed")}, {isHighlightedRole, QByteArrayLiteral("isHighlighted")}};
+    return {{keyRole, QByteArrayLiteral("key")},
+            {labelRole, QByteArrayLiteral("label")},
+            {rowRole, QByteArrayLiteral("row")},
+            {columnRole, QByteArrayLiteral("column")},
+            {noteRole, QByteArrayLiteral("note")},
+            {isMelodyRole, QByteArrayLiteral("isMelody")},
+            {isPressedRole, QByteArrayLiteral("isPressed")},
+            {isHighlightedRole, QByteArrayLiteral("isHighlighted")}};
 }
 
 QString KeyboardGridModel::chordText() const {

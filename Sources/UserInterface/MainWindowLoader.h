@@ -29,8 +29,9 @@ public:
     /// Null before `load` and after a failed one.
     [[nodiscard]] QQuickWindow* window() const;
 
-    /// Compiles and creates every component of the scene's module, without showing a window. True when nothing
-    /// was wrong, a warning at run time included; else each went to the error output, with its file's name.
+    /// Compiles and creates every component of the scene's module, without showing a window. True when
+    /// nothing was wrong, a warning at run time included; else each went to the error output, with its file's
+    /// name.
     [[nodiscard]] bool selfTest();
 
 private:

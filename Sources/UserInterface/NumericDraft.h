@@ -15,8 +15,8 @@ class NumericDraft : public QObject {
 public:
     using QObject::QObject;
 
-    /// The number that the draft stands for, rounded to a whole one and brought into the range. A draft that is
-    /// no number gives `current`, as it is.
+    /// The number that the draft stands for, rounded to a whole one and brought into the range. A draft that
+    /// is no number gives `current`, as it is.
     Q_INVOKABLE [[nodiscard]] static int committedValue(const QString& draft, int current, int lowest,
                                                         int highest);
 };

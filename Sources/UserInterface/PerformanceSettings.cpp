@@ -18,8 +18,8 @@ QString text(std::string_view utf8) {
 
 // The state may hold any number that a file held; the scene's numbers are narrower.
 int shown(std::int64_t value) {
-    return static_cast<int>(std::clamp<std::int64_t>(value, std::numeric_limits<int>::min(),
-                                                     std::numeric_limits<int>::max()));
+    return static_cast<int>(
+        std::clamp<std::int64_t>(value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
 } // namespace
@@ -29,7 +29,7 @@ PerformanceSettings::PerformanceSettings(PerformanceController& controller) : co
 }
 
 template <typename Value>
-void PerformanceSettings::store(Value PerformanceState::*field, Value value) {
+void PerformanceSettings::store(Value PerformanceState::* field, Value value) {
     auto state = controller_.state();
     state.*field = std::move(value);
     controller_.changeState(state);

@@ -103,7 +103,7 @@ Q_SIGNALS:
 
 private:
     template <typename Value>
-    void store(Value PerformanceState::*field, Value value);
+    void store(Value PerformanceState::* field, Value value);
 
     PerformanceController& controller_;
 };

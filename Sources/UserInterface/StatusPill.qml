@@ -1,12 +1,12 @@
 import QtQuick
 import Tavro
 
-// One short fact in a rounded frame, with a dot that tells whether it holds.
+// One short fact in a rounded frame, with a dot in the colour of how it stands.
 Rectangle {
     id: root
 
     property string text
-    property bool isOn: false
+    property color dot: Theme.quietText
     property real maximumTextWidth: 360
 
     implicitWidth: label.x + label.width + 14
@@ -22,7 +22,7 @@ Rectangle {
         width: 8
         height: 8
         radius: 4
-        color: root.isOn ? Theme.accent : Theme.quietText
+        color: root.dot
     }
 
     Text {

@@ -1,4 +1,5 @@
 #include "ApplicationShell/ControllerFixture.h"
+#include "PerformanceModel/PerformanceStateCoding.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -9,27 +10,32 @@
 namespace tavro {
 namespace {
 
-/// Notes that sound at the receiver: how many more note-ons than note-offs, by channel and note.
+/// How often each note sounds at the receiver, by channel and note. A note-off for a silent note is nothing
+/// there, and a note-on that comes after its note-off sounds for ever.
 using Balance = std::map<std::pair<int, int>, int>;
 
-void count(Balance& balance, std::pair<int, int> note, int change) {
-    if ((balance[note] += change) == 0) {
-        balance.erase(note);
+void startNote(Balance& balance, std::pair<int, int> note) {
+    ++balance[note];
+}
+
+void endNote(Balance& balance, std::pair<int, int> note) {
+    if (const auto found = balance.find(note); found != balance.end() && --found->second == 0) {
+        balance.erase(found);
     }
 }
 
 /// A controller whose wire is watched.
 class WatchedController {
 public:
-    WatchedController() {
+    explicit WatchedController(const PerformanceState& state) : fixture_(state) {
         fixture_.midiSystem.recordsMessages = false;
         fixture_.midiSystem.onMessage = [this](const auto& message) {
             const auto kind = message.bytes[0] & 0xF0;
             const auto note = std::pair(message.bytes[0] & 0x0F, int{message.bytes[1]});
             if (kind == 0x90) {
-                count(wire_, note, 1);
+                startNote(wire_, note);
             } else if (kind == 0x80) {
-                count(wire_, note, -1);
+                endNote(wire_, note);
             }
         };
     }
@@ -52,11 +58,11 @@ public:
         const auto channel = static_cast<int>(clampedChannel(fixture_.controller.state().midiChannel)) - 1;
         for (const auto& [key, sounding] : engine.activeNotesByKey()) {
             for (const auto note : sounding) {
-                count(notes, {channel, note}, 1);
+                startNote(notes, {channel, note});
             }
         }
         if (const auto bass = engine.currentBassNote()) {
-            count(notes, {channel, *bass}, 1);
+            startNote(notes, {channel, *bass});
         }
         return notes;
     }
@@ -72,6 +78,40 @@ Character anyKey() {
     return *rc::gen::elementOf(keys);
 }
 
+std::int64_t number(std::int64_t lowest, std::int64_t highest) {
+    // Small trials would be drawn near the lower end otherwise.
+    return *rc::gen::resize(100, rc::gen::inRange<std::int64_t>(lowest, highest + 1));
+}
+
+bool coin() {
+    return *rc::gen::arbitrary<bool>();
+}
+
+std::string anyScale() {
+    return std::string(ScaleEngine::scales()[static_cast<std::size_t>(number(0, 12))].name);
+}
+
+/// Everything on at once is where rules meet; changing settings one by one would seldom get there.
+PerformanceState anyState() {
+    PerformanceState state;
+    state.rootSemitone = number(0, 11);
+    state.scaleName = anyScale();
+    state.globalOctaveOffset = number(-3, 3);
+    state.velocity = number(1, 127);
+    state.strumMilliseconds = number(-50, 50);
+    state.voicingComplexity = number(0, 100);
+    state.maxChordNotes = number(0, 16);
+    state.midiChannel = number(1, 16);
+    state.chordMode = *rc::gen::elementOf(allChordModes);
+    state.holdMode = coin();
+    state.smartHoldMode = coin();
+    state.bassNoteEnabled = coin();
+    state.bassOctaveDown = number(1, 2);
+    state.splitModeEnabled = coin();
+    state.melodyOctaveOffset = number(-3, 3);
+    return state;
+}
+
 template <class Field>
 void change(WatchedController& watched, Field PerformanceState::* field, Field value) {
     watched.fixture().change([&](auto& state) { state.*field = value; });
@@ -79,19 +119,14 @@ void change(WatchedController& watched, Field PerformanceState::* field, Field v
 
 void changeASetting(WatchedController& watched) {
     using State = PerformanceState;
-    const auto number = [](int lowest, int highest) {
-        return static_cast<std::int64_t>(*rc::gen::inRange(lowest, highest + 1));
-    };
     auto& controller = watched.controller();
     switch (*rc::gen::inRange(0, 19)) {
     case 0:
         return change(watched, &State::rootSemitone, number(0, 11));
-    case 1: {
-        const auto& scale = ScaleEngine::scales()[static_cast<std::size_t>(number(0, 12))];
-        return change(watched, &State::scaleName, std::string(scale.name));
-    }
+    case 1:
+        return change(watched, &State::scaleName, anyScale());
     case 2:
-        return change(watched, &State::baseMidiC, number(36, 84));
+        return change(watched, &State::baseMidiC, std::int64_t{60});
     case 3:
         return change(watched, &State::globalOctaveOffset, number(-3, 3));
     case 4:
@@ -108,17 +143,17 @@ void changeASetting(WatchedController& watched) {
     case 10:
         return change(watched, &State::midiChannel, number(1, 16));
     case 11:
-        return controller.setChordEnabledBinding(*rc::gen::arbitrary<bool>());
+        return controller.setChordEnabledBinding(coin());
     case 12:
-        return controller.setHoldBinding(*rc::gen::arbitrary<bool>());
+        return controller.setHoldBinding(coin());
     case 13:
-        return controller.setSmartHoldBinding(*rc::gen::arbitrary<bool>());
+        return controller.setSmartHoldBinding(coin());
     case 14:
-        return change(watched, &State::bassNoteEnabled, *rc::gen::arbitrary<bool>());
+        return change(watched, &State::bassNoteEnabled, coin());
     case 15:
         return change(watched, &State::bassOctaveDown, number(1, 2));
     case 16:
-        return controller.setSplitModeBinding(*rc::gen::arbitrary<bool>());
+        return controller.setSplitModeBinding(coin());
     case 17:
         return change(watched, &State::melodyOctaveOffset, number(-3, 3));
     default:
@@ -130,34 +165,60 @@ void changeASetting(WatchedController& watched) {
 void act(WatchedController& watched) {
     const auto kind = *rc::gen::inRange(0, 20);
     if (kind < 8) {
-        watched.controller().handleKeyDown(anyKey());
+        const auto key = anyKey();
+        RC_LOG() << "down " << toUtf8(key) << '\n';
+        watched.controller().handleKeyDown(key);
     } else if (kind < 13) {
-        watched.controller().handleKeyUp(anyKey());
+        const auto key = anyKey();
+        RC_LOG() << "up " << toUtf8(key) << '\n';
+        watched.controller().handleKeyUp(key);
     } else if (kind < 16) {
-        watched.runFor(*rc::gen::inRange(0, 120));
+        const auto milliseconds = *rc::gen::inRange(0, 120);
+        RC_LOG() << "wait " << milliseconds << '\n';
+        watched.runFor(milliseconds);
     } else if (kind < 19) {
         changeASetting(watched);
+        RC_LOG() << "settings " << PerformanceStateCoding::encode(watched.controller().state()) << '\n';
     } else {
+        RC_LOG() << "panic\n";
         watched.controller().panic();
     }
 }
 
 void actForAWhile(WatchedController& watched) {
+    RC_LOG() << "settings " << PerformanceStateCoding::encode(watched.controller().state()) << '\n';
     const auto actions = *rc::gen::inRange(1, 60);
     for (int action = 0; action < actions; ++action) {
         act(watched);
     }
 }
 
+TEST(WireBalance, ofABassNoteThatTheNextPressEndsBeforeItSounds) {
+    // So low that the bass lies within an octave of the chord, where a strum takes it for one of its notes.
+    PerformanceState state;
+    state.chordMode = ChordMode::ninth;
+    state.voicingComplexity = 65;
+    state.globalOctaveOffset = -3;
+    state.maxChordNotes = 0;
+    state.bassNoteEnabled = true;
+    state.strumMilliseconds = 1;
+    WatchedController watched(state);
+    for (const auto key : {U'p', U'-', U's'}) {
+        watched.controller().handleKeyDown(key);
+    }
+    watched.settle();
+    EXPECT_EQ(watched.wire(), watched.believed());
+}
+
 RC_GTEST_PROP(WireBalance, isWhatTheEngineBelievesWhenEveryStrumIsOver, ()) {
-    WatchedController watched;
+    WatchedController watched(anyState());
     actForAWhile(watched);
     watched.settle();
     RC_ASSERT(watched.wire() == watched.believed());
 }
 
 RC_GTEST_PROP(WireBalance, isEmptyAfterAPanicAndStaysSo, ()) {
-    WatchedController watched;
+    WatchedController watched(anyState());
     actForAWhile(watched);
     watched.controller().panic();
     RC_ASSERT(watched.wire().empty());
@@ -167,7 +228,7 @@ RC_GTEST_PROP(WireBalance, isEmptyAfterAPanicAndStaysSo, ()) {
 }
 
 RC_GTEST_PROP(WireBalance, isEmptyAtTheOldChannelAfterAChannelChange, ()) {
-    WatchedController watched;
+    WatchedController watched(anyState());
     actForAWhile(watched);
     const auto other = watched.controller().state().midiChannel % 16 + 1;
     change(watched, &PerformanceState::midiChannel, other);
@@ -177,7 +238,7 @@ RC_GTEST_PROP(WireBalance, isEmptyAtTheOldChannelAfterAChannelChange, ()) {
 }
 
 RC_GTEST_PROP(WireBalance, theDisplayShowsTheKeysThatTheEngineHolds, ()) {
-    WatchedController watched;
+    WatchedController watched(anyState());
     actForAWhile(watched);
     watched.settle();
     std::set<Character> held;

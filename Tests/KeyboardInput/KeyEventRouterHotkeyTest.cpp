@@ -1,1 +1,146 @@
-#include <gtest/gtest.h>
+#include "KeyboardInput/RecordingRouter.h"
+
+#include <gmock/gmock.h>
+
+#include <optional>
+
+namespace tavro {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr auto control = HotkeyModifiers::control;
+constexpr auto option = HotkeyModifiers::option;
+constexpr auto shift = HotkeyModifiers::shift;
+
+constexpr std::int64_t keyA = 0;
+constexpr std::int64_t keyK = 40;
+constexpr std::int64_t keyIso = 10;
+constexpr std::int64_t keyGrave = 50;
+
+class Hotkey : public testing::Test {
+protected:
+    RecordingRouter keys;
+};
+
+TEST_F(Hotkey, TogglesOnBothCaretKeys) {
+    keys.router.hotkey = "  ^\n";
+    EXPECT_TRUE(keys.consumes(press(keyIso)));
+    EXPECT_TRUE(keys.consumes(press(keyGrave)));
+    EXPECT_THAT(keys.calls, ElementsAre("hotkey", "hotkey"));
+}
+
+TEST_F(Hotkey, RepeatingIsSwallowedWithoutToggling) {
+    EXPECT_TRUE(keys.consumes(press(keyGrave)));
+    EXPECT_TRUE(keys.consumes(repeat(keyGrave)));
+    EXPECT_THAT(keys.calls, ElementsAre("hotkey"));
+}
+
+TEST_F(Hotkey, RepeatingWithModifiersPasses) {
+    keys.router.hotkeyModifiers = control;
+    EXPECT_TRUE(keys.consumes(press(keyGrave, control)));
+    EXPECT_FALSE(keys.consumes(repeat(keyGrave, control)));
+    EXPECT_THAT(keys.calls, ElementsAre("hotkey"));
+}
+
+TEST_F(Hotkey, ComesBeforeTheRuleForShortcuts) {
+    keys.router.hotkey = "k";
+    keys.router.hotkeyModifiers = control | option;
+    EXPECT_TRUE(keys.consumes(press(keyK, control | option)));
+    EXPECT_FALSE(keys.consumes(press(keyK, control)));
+    EXPECT_TRUE(keys.consumes(press(keyK)));
+    EXPECT_THAT(keys.calls, ElementsAre("hotkey", "down k"));
+}
+
+TEST_F(Hotkey, WithoutItsModifiersTheCaretKeysAreOrdinaryKeys) {
+    keys.router.hotkeyModifiers = shift;
+    EXPECT_TRUE(keys.consumes(press(keyGrave)));
+    EXPECT_TRUE(keys.consumes(press(keyGrave, {}, U'`')));
+    EXPECT_TRUE(keys.consumes(press(keyGrave, shift)));
+    EXPECT_THAT(keys.calls, ElementsAre("down `", "hotkey"));
+}
+
+TEST_F(Hotkey, WithAKeyCodeIsThatKeyOnly) {
+    keys.router.hotkey = "k";
+    keys.router.hotkeyKeyCode = keyIso;
+    EXPECT_TRUE(keys.consumes(press(keyK)));
+    EXPECT_TRUE(keys.consumes(press(keyGrave)));
+    EXPECT_TRUE(keys.consumes(press(keyIso)));
+    keys.router.layoutKind = KeyboardLayoutKind::qwerty;
+    EXPECT_TRUE(keys.consumes(press(keyIso)));
+    EXPECT_THAT(keys.calls, ElementsAre("down k", "hotkey", "hotkey"));
+}
+
+TEST_F(Hotkey, IsAsThePropertiesStandAtTheEvent) {
+    keys.router.hotkey = "a";
+    EXPECT_TRUE(keys.consumes(press(keyA)));
+    keys.router.hotkey = "k";
+    EXPECT_TRUE(keys.consumes(press(keyA)));
+    EXPECT_THAT(keys.calls, ElementsAre("hotkey", "down a"));
+    EXPECT_TRUE(keys.router.isToggleHotkey(press(keyK)));
+    EXPECT_FALSE(keys.router.isToggleHotkey(press(keyK, shift)));
+}
+
+struct TextCase {
+    KeyEvent event;
+    std::optional<Character> text;
+};
+
+class HotkeyString : public testing::TestWithParam<TextCase> {};
+
+TEST_P(HotkeyString, NamesTheKey) {
+    const KeyEventRouter router;
+    EXPECT_EQ(router.hotkeyString(GetParam().event), GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, HotkeyString,
+                         testing::Values(TextCase{press(keyIso, {}, U'<'), U'^'},
+                                         TextCase{press(keyGrave, {}, U'`'), U'^'},
+                                         TextCase{press(keyGrave), U'^'},
+                                         TextCase{press(keyA, {}, U'q'), U'a'},
+                                         TextCase{press(41), U'\u00F6'}, TextCase{press(42, {}, U'#'), U'#'},
+                                         TextCase{press(36), std::nullopt}));
+
+class Recording : public testing::Test {
+protected:
+    Recording() { keys.router.isRecordingHotkey = true; }
+
+    RecordingRouter keys;
+};
+
+TEST_F(Recording, TakesAnyKeyWithAnyModifiers) {
+    EXPECT_TRUE(keys.consumes(press(keyK)));
+    EXPECT_TRUE(keys.consumes(press(keyK, HotkeyModifiers(15))));
+    EXPECT_TRUE(keys.consumes(press(keyIso, control)));
+    EXPECT_TRUE(keys.consumes(press(42, option, U'#')));
+    EXPECT_THAT(keys.calls,
+                ElementsAre("recorded k 40 0", "recorded k 40 15", "recorded ^ 10 2", "recorded # 42 4"));
+}
+
+TEST_F(Recording, ComesBeforeTheHotkeyInForce) {
+    EXPECT_TRUE(keys.consumes(press(keyGrave)));
+    EXPECT_THAT(keys.calls, ElementsAre("recorded ^ 50 0"));
+}
+
+TEST_F(Recording, SwallowsAKeyThatHasNoText) {
+    EXPECT_TRUE(keys.consumes(press(36)));
+    EXPECT_TRUE(keys.consumes(press(36, control)));
+    EXPECT_THAT(keys.calls, IsEmpty());
+}
+
+TEST_F(Recording, DoesNotTakeRepeats) {
+    EXPECT_TRUE(keys.consumes(repeat(keyK)));
+    EXPECT_FALSE(keys.consumes(repeat(keyK, control)));
+    EXPECT_THAT(keys.calls, IsEmpty());
+}
+
+TEST_F(Recording, PlaysNothingAndIsEndedByItsOwner) {
+    EXPECT_TRUE(keys.consumes(press(keyK)));
+    EXPECT_TRUE(keys.consumes(press(keyA)));
+    EXPECT_TRUE(keys.router.isRecordingHotkey);
+    EXPECT_THAT(keys.calls, ElementsAre("recorded k 40 0", "recorded a 0 0"));
+}
+
+} // namespace
+} // namespace tavro

@@ -43,7 +43,7 @@ TEST_P(PhysicalKey, HasItsCharacterOnBothLayouts) {
 }
 
 INSTANTIATE_TEST_SUITE_P(EachCode, PhysicalKey, testing::ValuesIn(keyCases),
-                         [](const auto& info) { return "Code" + std::to_string(info.param.keyCode); });
+                         [](const auto& test) { return "Code" + std::to_string(test.param.keyCode); });
 
 TEST(PhysicalKeyMapper, GivesEveryKeyOfALayoutOnceAndNothingElse) {
     for (const auto kind : allKeyboardLayoutKinds) {

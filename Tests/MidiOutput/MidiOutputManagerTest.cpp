@@ -228,6 +228,17 @@ TEST_F(MidiOutputManagerTest, aReleaseOfNoKeyCancelsEveryKeysNoteAndIsSent) {
     EXPECT_THAT(sent(), ElementsAre(Bytes{0x80, 60, 0}, Bytes{0x91, 60, 100}, Bytes{0x90, 61, 100}));
 }
 
+TEST_F(MidiOutputManagerTest, aReleaseFindsANoteThatAnotherKeyStarted) {
+    auto release = noteOff(60, U's');
+    release.startedBy = U'a';
+    midi().sendNoteOn(noteOn(60, U'a'), 20);
+    midi().send(std::vector{release}, 0);
+    EXPECT_FALSE(midi().hasPendingNoteOns());
+    EXPECT_THAT(sent(), IsEmpty());
+    midi().send(std::vector{release}, 0);
+    EXPECT_THAT(sent(), ElementsAre(Bytes{0x80, 60, 0}));
+}
+
 TEST_F(MidiOutputManagerTest, aSecondPressReplacesAPendingNote) {
     midi().sendNoteOn(noteOn(60), 50);
     mainActor.runUntil(40ms);

@@ -92,7 +92,7 @@ INSTANTIATE_TEST_SUITE_P(
                  {off(48, noKey), on(60), on(30, noKey), on(64)},
                  {0, 0, 0, 30},
                  {0, 30, 0, 0}}),
-    [](const auto& info) { return info.param.name; });
+    [](const auto& test) { return test.param.name; });
 
 struct ClampCase {
     std::int64_t strum;

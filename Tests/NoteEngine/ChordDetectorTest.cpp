@@ -55,10 +55,12 @@ INSTANTIATE_TEST_SUITE_P(TriadsAndInversions, ChordReadOut,
                                          ReadOut{{60, 65, 67}, "Csus4"}, ReadOut{{65, 67, 72}, "Fsus2"},
                                          ReadOut{{60, 62, 65}, "Csus2add4"}));
 
-// A power chord with a sixth or a minor seventh above it reads as the minor third that it contains.
+// A power chord with one more tone reads as the shape that this makes on another root.
 INSTANTIATE_TEST_SUITE_P(PowerChordsWithMore, ChordReadOut,
-                         testing::Values(ReadOut{{60, 67, 69}, "Am"}, ReadOut{{60, 67, 70}, "Gm"},
-                                         ReadOut{{60, 61, 67}, "Unknown"}));
+                         testing::Values(ReadOut{{60, 67, 69}, "Gsus2add4"}, ReadOut{{60, 67, 70}, "Gm"},
+                                         ReadOut{{60, 61, 67}, "Unknown"}, ReadOut{{60, 66, 67}, "Unknown"},
+                                         ReadOut{{60, 67, 71}, "G"}, ReadOut{{60, 62, 67, 71}, "Csus2"},
+                                         ReadOut{{60, 65, 67, 71}, "Csus4"}));
 
 // A strange bass under four pitch classes counts for more than the full chord above it.
 INSTANTIATE_TEST_SUITE_P(

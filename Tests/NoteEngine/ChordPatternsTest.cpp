@@ -98,7 +98,7 @@ TEST_P(ChordPattern, WithAnyToneInTheBassReadsAsTheRulesSay) {
 }
 
 INSTANTIATE_TEST_SUITE_P(EachRow, ChordPattern, testing::ValuesIn(patternCases),
-                         [](const auto& info) { return info.param.name; });
+                         [](const auto& test) { return test.param.name; });
 
 TEST(ChordPatternTable, IsCoveredRowByRow) {
     ASSERT_EQ(patternCases.size(), naive::patterns().size());

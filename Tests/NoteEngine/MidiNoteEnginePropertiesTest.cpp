@@ -45,7 +45,8 @@ public:
             RC_ASSERT(event.note <= 127);
             RC_ASSERT(event.channel >= 1);
             RC_ASSERT(event.channel <= 16);
-            RC_ASSERT(isOn ? event.velocity >= 1 && event.velocity <= 127 : event.velocity == 0);
+            RC_ASSERT(event.velocity >= (isOn ? 1 : 0));
+            RC_ASSERT(event.velocity <= (isOn ? 127 : 0));
             RC_ASSERT(event.sourceKey == lowercased(event.sourceKey));
             sounding_[event.note] += isOn ? 1 : -1;
             RC_ASSERT(sounding_[event.note] >= 0);

@@ -30,7 +30,7 @@ INSTANTIATE_TEST_SUITE_P(EachMode, ChordModeCase,
                                          ModeCase{ChordMode::seventh, "Seventh", 4},
                                          ModeCase{ChordMode::ninth, "Ninth", 5},
                                          ModeCase{ChordMode::eleventh, "Eleventh", 6}),
-                         [](const auto& info) { return info.param.rawValue; });
+                         [](const auto& test) { return test.param.rawValue; });
 
 TEST(ChordMode, IsListedInTheOrderOfThePicker) {
     EXPECT_THAT(allChordModes, testing::ElementsAre(ChordMode::off, ChordMode::triad, ChordMode::seventh,

@@ -49,7 +49,7 @@ TEST_P(IntegerKeyError, IsReportedForEverythingButAnInteger) {
 }
 
 INSTANTIATE_TEST_SUITE_P(AllKeys, IntegerKeyError, testing::ValuesIn(integerKeys),
-                         [](const auto& info) { return info.param; });
+                         [](const auto& test) { return test.param; });
 
 class FlagKeyError : public testing::TestWithParam<std::string> {};
 
@@ -60,7 +60,7 @@ TEST_P(FlagKeyError, IsReportedForEverythingButTrueAndFalse) {
 }
 
 INSTANTIATE_TEST_SUITE_P(AllKeys, FlagKeyError, testing::ValuesIn(flagKeys),
-                         [](const auto& info) { return info.param; });
+                         [](const auto& test) { return test.param; });
 
 TEST(ScaleNameError, IsReportedForEverythingButAText) {
     for (const char* wrong : {"1", "1.5", "true", "[\"Major\"]", "{}"}) {

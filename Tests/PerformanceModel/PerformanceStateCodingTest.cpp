@@ -136,7 +136,7 @@ INSTANTIATE_TEST_SUITE_P(AllKeys, EachSetting,
                                          "voicingComplexity", "maxChordNotes", "midiChannel", "chordMode",
                                          "holdMode", "smartHoldMode", "bassNoteEnabled", "bassOctaveDown",
                                          "splitModeEnabled", "melodyOctaveOffset", "keyboardLayout"),
-                         [](const auto& info) { return std::string(info.param); });
+                         [](const auto& test) { return std::string(test.param); });
 
 TEST(PerformanceStateDecoding, OfEachChordModeAndLayout) {
     for (const auto mode : allChordModes) {
@@ -169,7 +169,8 @@ RC_GTEST_PROP(PerformanceStateCodingProperties, TheTextOfItDecodesToTheSame, ())
 RC_GTEST_PROP(PerformanceStateCodingProperties, EveryFieldStoredOneByOneGivesTheSame, ()) {
     const auto state = *wildState();
     auto other = *wildState();
-    for (const auto& [key, value] : PerformanceStateCoding::encode(state).items()) {
+    const auto json = PerformanceStateCoding::encode(state);
+    for (const auto& [key, value] : json.items()) {
         PerformanceStateCoding::decodeField(other, key, value);
     }
     RC_ASSERT(other == state);

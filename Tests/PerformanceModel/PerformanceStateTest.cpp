@@ -87,7 +87,7 @@ TEST_P(PerformanceStateField, ACopyHasItsOwnValue) {
 }
 
 INSTANTIATE_TEST_SUITE_P(EachField, PerformanceStateField, testing::ValuesIn(oneChangeOfEachField),
-                         [](const auto& info) { return info.param.field; });
+                         [](const auto& test) { return test.param.field; });
 
 TEST(PerformanceState, DifferencesComeInTheOrderOfTheFields) {
     PerformanceState after;

@@ -78,7 +78,7 @@ const MidiSystemAdapter::Destination* MidiSystemAdapter::find(MidiObjectRef dest
     return found == destinations.end() ? nullptr : &*found;
 }
 
-void MidiSystemAdapter::record(Message message) {
+void MidiSystemAdapter::record(const Message& message) {
     if (recordsMessages) {
         messages.push_back(message);
     }

@@ -64,7 +64,7 @@ public:
 private:
     [[nodiscard]] MidiCreation create(std::int32_t status, std::string call);
     [[nodiscard]] const Destination* find(MidiObjectRef destination) const;
-    void record(Message message);
+    void record(const Message& message);
 
     MidiObjectRef nextReference_ = 1;
     std::function<void()> onChange_;

@@ -30,11 +30,8 @@ class Display:
         settings = sandbox.folder / "openbox.xml"
         settings.write_text(WINDOW_MANAGER_SETTINGS)
         sandbox.start("openbox", [tool("openbox"), "--sm-disable", "--config-file", settings])
-        wait_for(
-            lambda: self._xdotool("getactivewindow").returncode == 0
-            or "_NET_ACTIVE_WINDOW" not in self._xdotool("getactivewindow").stderr,
-            "the window manager",
-        )
+        check = [tool("xprop"), "-root", "_NET_SUPPORTING_WM_CHECK"]
+        wait_for(lambda: "window id" in sandbox.run(*check).stdout, "the window manager")
 
     def _xdotool(self, *arguments):
         return self._sandbox.run(tool("xdotool"), *arguments)
@@ -71,9 +68,16 @@ class Display:
 class KeyWatch:
     """Sees the key events that go to a window, or opens a window of its own and sees those."""
 
-    def __init__(self, sandbox, window=None):
+    def __init__(self, sandbox, display, window=None):
         where = ["-id", window] if window else ["-name", "Elsewhere"]
         self.program = sandbox.start("xev", [tool("xev"), *where, "-event", "keyboard"])
+        if window:
+            wait_for(lambda: self._sees(display), "the first key event to be seen")
+
+    def _sees(self, display):
+        # A key that plays nothing.
+        display.tap("Shift_L")
+        return self.releases() > 0
 
     def presses(self):
         return sum(line.startswith("KeyPress event") for line in self.program.lines)

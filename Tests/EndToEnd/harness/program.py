@@ -11,6 +11,8 @@ class Program:
 
     def __init__(self, name, arguments, environment, log_path, pass_fds=()):
         self.name = name
+        # Whether it ends by itself, and in order, when its standard input is closed.
+        self.ends_with_input = False
         # Called before the program is asked to end, and once it has ended.
         self.before_end = lambda: None
         self.after_end = lambda: None
@@ -72,19 +74,28 @@ class Program:
         return self.process.returncode
 
     def end(self):
-        """Ends the program if it still runs, by force when a request does not help."""
+        """Ends the program if it still runs, by force when requests do not help."""
         if self.is_running():
             self.before_end()
+        if self.ends_with_input:
+            self.process.stdin.close()
+            self._wait(5)
+        if self.is_running():
             self.process.terminate()
-            try:
-                self.process.wait(15)
-            except subprocess.TimeoutExpired:
-                self.process.kill()
-                self.process.wait()
+            self._wait(15)
+        if self.is_running():
+            self.process.kill()
+            self.process.wait()
         self._reader.join()
         self.process.stdin.close()
         self.process.stdout.close()
         self.after_end()
+
+    def _wait(self, seconds):
+        try:
+            self.process.wait(seconds)
+        except subprocess.TimeoutExpired:
+            pass
 
     def errors(self):
         with open(self._log_path, encoding="utf-8", errors="replace") as log:

@@ -16,6 +16,7 @@ class Recorder:
             if pretty is not None:
                 arguments += ["--pretty", pretty]
         self.program = sandbox.start(name, arguments)
+        self.program.ends_with_input = True
         self.program.wait_for_object(lambda line: "ready" in line, "being ready")
 
     def connections(self, port=SOURCE):
@@ -38,6 +39,7 @@ class Recorder:
         """All messages so far, once there are so many."""
         wait_for(
             lambda: len(self.messages(port)) >= count,
-            lambda: f"{count} messages at {port}; there are {self.messages(port)}",
+            lambda: f"{count} messages at {port}; there are {self.messages(port)}, "
+            f"and the server missed {self.xruns()} periods, with what was in them",
         )
         return self.messages(port)

@@ -14,6 +14,7 @@ PACKAGES = {
     "openbox": "openbox",
     "xdotool": "xdotool",
     "xev": "x11-utils",
+    "xprop": "x11-utils",
 }
 
 # What a sanitizer or a coverage build needs to know; nothing else of the caller's environment is handed on.
@@ -68,16 +69,21 @@ class Sandbox:
         return program
 
     def run(self, *arguments, environment=None):
-        """Runs a short program to its end; the result carries its status and output."""
-        return subprocess.run(
-            [str(argument) for argument in arguments],
-            env=self.environment | (environment or {}),
-            stdin=subprocess.DEVNULL,
-            capture_output=True,
-            text=True,
-            timeout=60,
-            check=False,
-        )
+        """Runs a short program to its end; the result carries its status and output. A program that hangs
+        is ended and has failed."""
+        command = [str(argument) for argument in arguments]
+        try:
+            return subprocess.run(
+                command,
+                env=self.environment | (environment or {}),
+                stdin=subprocess.DEVNULL,
+                capture_output=True,
+                text=True,
+                timeout=10,
+                check=False,
+            )
+        except subprocess.TimeoutExpired:
+            return subprocess.CompletedProcess(command, 1, "", f"{command[0]} did not end by itself")
 
     def close(self):
         """Ends what still runs, the last started first, and removes the folders. Returns all logs."""

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "Concurrency/MainActor.h"
+#include "MidiOutput/MidiSystem.h"
+#include "Platform/Linux/Alsa/AnnounceWatch.h"
+#include "Platform/Linux/Alsa/DestinationIdentifiers.h"
+#include "Platform/Linux/Alsa/MessageEncoder.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <alsa/asoundlib.h>
+
+namespace tavro::alsa {
+
+/// MIDI through the kernel's sequencer. There is one client with at most one source, a port that everybody
+/// may read and subscribe, and at most one output port, from which messages go straight to a destination and
+/// which no other program lists. Events are delivered at once and are not queued; when a receiver has no
+/// room, or is gone, the message is dropped and counted, and the main thread never waits.
+///
+/// A destination is a port of another client that may be written and subscribed; its number is that of
+/// `DestinationIdentifiers`. Its names are told on as long as the program runs, also when it has gone. The
+/// references of the client, the output port and the source are their own numbers in the sequencer.
+///
+/// The status of a failed creation is a negative error number: that of the sequencer (-ENOENT where the
+/// kernel has none, -EACCES without the permission to open it), -EBUSY for a second object of a kind, -EINVAL
+/// for a client that does not exist.
+///
+/// Needs Qt's event loop to hear of changes.
+class MidiSystemAdapter final : public MidiSystem {
+public:
+    /// The actor must outlive this.
+    explicit MidiSystemAdapter(MainActor& mainActor);
+    ~MidiSystemAdapter() override;
+
+    [[nodiscard]] MidiCreation createClient(std::string_view name, std::function<void()> onChange) override;
+    [[nodiscard]] MidiCreation createOutputPort(MidiObjectRef client, std::string_view name) override;
+    [[nodiscard]] MidiCreation createSource(MidiObjectRef client, std::string_view name) override;
+    [[nodiscard]] std::size_t numberOfDestinations() override;
+    [[nodiscard]] MidiObjectRef destination(std::size_t index) override;
+    [[nodiscard]] std::optional<std::string> displayName(MidiObjectRef destination) override;
+    [[nodiscard]] std::optional<std::string> name(MidiObjectRef destination) override;
+    void prepareRoute(MidiObjectRef outputPort, MidiObjectRef destination) override;
+    void send(MidiObjectRef outputPort, MidiObjectRef destination,
+              std::span<const std::uint8_t> message) override;
+    void received(MidiObjectRef source, std::span<const std::uint8_t> message) override;
+    void disposePort(MidiObjectRef outputPort) override;
+    void disposeEndpoint(MidiObjectRef source) override;
+    void disposeClient(MidiObjectRef client) override;
+
+    /// How many ports are connected to the source, as it was when `onChange` was last called; nothing
+    /// without a source.
+    [[nodiscard]] std::optional<int> listeners() const { return listeners_; }
+
+    /// How many messages could not be delivered or were no MIDI messages, since the client was created.
+    [[nodiscard]] std::uint64_t droppedMessages() const { return dropped_; }
+
+private:
+    struct Close {
+        void operator()(snd_seq_t* sequencer) const { snd_seq_close(sequencer); }
+    };
+
+    [[nodiscard]] PortAddress ownAddress(int port) const;
+    [[nodiscard]] bool isOwn(MidiObjectRef reference, const std::optional<int>& port) const;
+    [[nodiscard]] MidiCreation createPort(MidiObjectRef client, std::string_view name, unsigned capabilities,
+                                          std::optional<int>& port);
+    void disposePort(MidiObjectRef reference, std::optional<int>& port);
+    void refresh();
+    void deliver(int port, std::optional<PortAddress> destination, std::span<const std::uint8_t> message);
+
+    MainActor& mainActor_;
+    MessageEncoder encoder_;
+    DestinationIdentifiers identifiers_;
+    std::unique_ptr<snd_seq_t, Close> sequencer_;
+    std::unique_ptr<AnnounceWatch> watch_;
+    std::optional<int> outputPort_;
+    std::optional<int> source_;
+    std::optional<int> listeners_;
+    std::uint64_t dropped_ = 0;
+    /// As they were when their number was asked for.
+    std::vector<MidiObjectRef> destinations_;
+};
+
+} // namespace tavro::alsa

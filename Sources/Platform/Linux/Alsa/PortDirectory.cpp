@@ -1,0 +1,69 @@
+#include "Platform/Linux/Alsa/PortDirectory.h"
+
+#include <memory>
+
+namespace tavro::alsa {
+
+namespace {
+
+using ClientInfo = std::unique_ptr<snd_seq_client_info_t, decltype(&snd_seq_client_info_free)>;
+using PortInfo = std::unique_ptr<snd_seq_port_info_t, decltype(&snd_seq_port_info_free)>;
+
+/// Both hold null when there is no memory.
+ClientInfo makeClientInfo() {
+    snd_seq_client_info_t* info = nullptr;
+    snd_seq_client_info_malloc(&info);
+    return {info, snd_seq_client_info_free};
+}
+
+PortInfo makePortInfo() {
+    snd_seq_port_info_t* info = nullptr;
+    snd_seq_port_info_malloc(&info);
+    return {info, snd_seq_port_info_free};
+}
+
+bool isDestination(const snd_seq_port_info_t& info) {
+    constexpr unsigned wanted = SND_SEQ_PORT_CAP_WRITE | SND_SEQ_PORT_CAP_SUBS_WRITE;
+    const auto capabilities = snd_seq_port_info_get_capability(&info);
+    return (capabilities & wanted) == wanted && (capabilities & SND_SEQ_PORT_CAP_NO_EXPORT) == 0;
+}
+
+} // namespace
+
+std::vector<SequencerPort> listDestinations(snd_seq_t& sequencer) {
+    std::vector<SequencerPort> found;
+    const auto client = makeClientInfo();
+    const auto port = makePortInfo();
+    if (client == nullptr || port == nullptr) {
+        return found;
+    }
+    const auto own = snd_seq_client_id(&sequencer);
+    snd_seq_client_info_set_client(client.get(), -1);
+    while (snd_seq_query_next_client(&sequencer, client.get()) >= 0) {
+        const auto number = snd_seq_client_info_get_client(client.get());
+        if (number == own || number == SND_SEQ_CLIENT_SYSTEM) {
+            continue;
+        }
+        snd_seq_port_info_set_client(port.get(), number);
+        snd_seq_port_info_set_port(port.get(), -1);
+        while (snd_seq_query_next_port(&sequencer, port.get()) >= 0) {
+            if (isDestination(*port)) {
+                const auto* address = snd_seq_port_info_get_addr(port.get());
+                found.push_back({{address->client, address->port},
+                                 snd_seq_client_info_get_name(client.get()),
+                                 snd_seq_port_info_get_name(port.get())});
+            }
+        }
+    }
+    return found;
+}
+
+int countListeners(snd_seq_t& sequencer, int port) {
+    const auto info = makePortInfo();
+    if (info == nullptr || snd_seq_get_port_info(&sequencer, port, info.get()) < 0) {
+        return 0;
+    }
+    return snd_seq_port_info_get_read_use(info.get());
+}
+
+} // namespace tavro::alsa

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Platform/Linux/Alsa/SequencerPort.h"
+
+#include <vector>
+
+#include <alsa/asoundlib.h>
+
+namespace tavro::alsa {
+
+/// All ports that messages can be sent to, in the sequencer's order: those that may be written and
+/// subscribed, but for the handle's own and those of the sequencer itself.
+[[nodiscard]] std::vector<SequencerPort> listDestinations(snd_seq_t& sequencer);
+
+/// How many ports are connected to this one of the handle's own ports and get what appears at it.
+[[nodiscard]] int countListeners(snd_seq_t& sequencer, int port);
+
+} // namespace tavro::alsa

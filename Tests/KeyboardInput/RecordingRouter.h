@@ -1,0 +1,58 @@
+#pragma once
+
+#include "KeyboardInput/KeyEventRouter.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tavro {
+
+/// A router whose actions are noted: "down a", "up a", "hotkey", "recorded a 0 15" with the key code and the
+/// bits of the modifiers.
+class RecordingRouter {
+public:
+    RecordingRouter() {
+        router.onKeyDown = [this](Character key) { calls.push_back("down " + toUtf8(key)); };
+        router.onKeyUp = [this](Character key) { calls.push_back("up " + toUtf8(key)); };
+        router.onHotkey = [this] { calls.emplace_back("hotkey"); };
+        router.onRecordedHotkey = [this](const std::string& text, std::int64_t keyCode,
+                                         HotkeyModifiers modifiers) {
+            calls.push_back("recorded " + text + " " + std::to_string(keyCode) + " " +
+                            std::to_string(modifiers.rawValue()));
+        };
+    }
+
+    RecordingRouter(const RecordingRouter&) = delete;
+    RecordingRouter& operator=(const RecordingRouter&) = delete;
+
+    /// Hands the event over and checks that the answer announced before is the one given.
+    bool consumes(const KeyEvent& event, const KeyEventRouter::Context& context = {}) {
+        const auto announced = router.verdict(event, context);
+        const auto verdict = router.handle(event, context);
+        if (announced != verdict) {
+            calls.emplace_back("another verdict than announced");
+        }
+        return verdict == KeyEventRouter::Verdict::consume;
+    }
+
+    KeyEventRouter router;
+    std::vector<std::string> calls;
+};
+
+inline KeyEvent press(std::int64_t keyCode, HotkeyModifiers modifiers = {},
+                      std::optional<Character> typed = std::nullopt) {
+    return {KeyEvent::Type::keyDown, keyCode, typed, modifiers, false};
+}
+
+inline KeyEvent repeat(std::int64_t keyCode, HotkeyModifiers modifiers = {}) {
+    return {KeyEvent::Type::keyDown, keyCode, std::nullopt, modifiers, true};
+}
+
+inline KeyEvent release(std::int64_t keyCode, HotkeyModifiers modifiers = {},
+                        std::optional<Character> typed = std::nullopt) {
+    return {KeyEvent::Type::keyUp, keyCode, typed, modifiers, false};
+}
+
+} // namespace tavro

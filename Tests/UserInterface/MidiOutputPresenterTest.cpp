@@ -1,0 +1,93 @@
+#include "UserInterface/MidiOutputPresenter.h"
+
+#include "UserInterface/Instrument.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace tavro {
+namespace {
+
+using testing::ElementsAre;
+
+class MidiOutputPresenterTest : public testing::Test {
+protected:
+    std::vector<std::string> entries() const {
+        std::vector<std::string> all;
+        for (const auto& entry : presenter_.destinations()) {
+            const auto map = entry.toMap();
+            all.push_back(map.value(QStringLiteral("value")).toString().toStdString() + " " +
+                          map.value(QStringLiteral("text")).toString().toStdString());
+        }
+        return all;
+    }
+
+    void setDestinations(std::vector<headless::MidiSystemAdapter::Destination> destinations) {
+        instrument_.system.destinations = std::move(destinations);
+        instrument_.system.announceChange();
+        instrument_.actor.runDue();
+    }
+
+    Instrument instrument_;
+    MidiOutputPresenter presenter_{instrument_.controller, instrument_.midi};
+};
+
+TEST_F(MidiOutputPresenterTest, TheOwnSourceStandsFirst) {
+    EXPECT_THAT(entries(), ElementsAre("0 TAVRO Out (virtual)"));
+    EXPECT_EQ(presenter_.selectedName(), QStringLiteral("TAVRO Out (virtual)"));
+    EXPECT_TRUE(presenter_.isSelectedAvailable());
+}
+
+TEST_F(MidiOutputPresenterTest, DestinationsFollowTheSystem) {
+    int changes = 0;
+    QObject::connect(&presenter_, &MidiOutputPresenter::changed, &presenter_, [&changes] { ++changes; });
+    setDestinations({{70, "Synth", {}}, {71, "Organ", {}}});
+    EXPECT_GE(changes, 1);
+    EXPECT_THAT(entries(), ElementsAre("0 TAVRO Out (virtual)", "70 Synth", "71 Organ"));
+}
+
+TEST_F(MidiOutputPresenterTest, AChosenDestinationThatHasGoneStaysChosen) {
+    setDestinations({{70, "Synth", {}}});
+    presenter_.selectDestination(70);
+    EXPECT_EQ(presenter_.selectedDestination(), 70u);
+    EXPECT_EQ(presenter_.selectedName(), QStringLiteral("Synth"));
+    setDestinations({});
+    EXPECT_THAT(entries(), ElementsAre("0 TAVRO Out (virtual)", "70 (not available)"));
+    EXPECT_EQ(presenter_.selectedName(), QStringLiteral("(not available)"));
+    EXPECT_FALSE(presenter_.isSelectedAvailable());
+}
+
+TEST_F(MidiOutputPresenterTest, ChoosingEndsWhatSounds) {
+    setDestinations({{70, "Synth", {}}});
+    instrument_.controller.handleKeyDown(U'a');
+    instrument_.takeMessages();
+    presenter_.selectDestination(70);
+    ASSERT_FALSE(instrument_.system.messages.empty());
+    EXPECT_TRUE(instrument_.system.messages.front().isFromSource);
+    EXPECT_THAT(instrument_.system.messages.front().bytes, ElementsAre(0x80, 60, 0));
+}
+
+TEST_F(MidiOutputPresenterTest, TheStopButtonSilencesTheReceiversToo) {
+    instrument_.controller.handleKeyDown(U'a');
+    instrument_.takeMessages();
+    presenter_.stopAllNotes();
+    const auto messages = instrument_.takeMessages();
+    // The note, and two controllers on each of sixteen channels.
+    ASSERT_EQ(messages.size(), 33u);
+    EXPECT_THAT(messages.front(), ElementsAre(0x80, 60, 0));
+}
+
+TEST_F(MidiOutputPresenterTest, TheStatusIsTheManagers) {
+    int changes = 0;
+    QObject::connect(&presenter_, &MidiOutputPresenter::statusTextChanged, &presenter_,
+                     [&changes] { ++changes; });
+    instrument_.controller.handleKeyDown(U'a');
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(presenter_.statusText(), QStringLiteral("Note On C4"));
+}
+
+} // namespace
+} // namespace tavro

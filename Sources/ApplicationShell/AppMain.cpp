@@ -17,6 +17,7 @@
 #include "Platform/Linux/KeyEventTranslatorAdapter.h"
 #elif defined(Q_OS_MACOS)
 #include "Platform/MacOS/KeyEventTranslatorAdapter.h"
+#include "Platform/MacOS/MidiSystemAdapter.h"
 #endif
 
 namespace {
@@ -30,6 +31,8 @@ constexpr int badUsage = 2;
 std::unique_ptr<MidiSystem> makeMidiSystem([[maybe_unused]] MainActor& mainActor) {
 #if defined(Q_OS_LINUX)
     return std::make_unique<jack::MidiSystemAdapter>(mainActor);
+#elif defined(Q_OS_MACOS)
+    return std::make_unique<macos::MidiSystemAdapter>();
 #else
     // Nothing is reached here, and the status text has to say so.
     auto headless = std::make_unique<headless::MidiSystemAdapter>();

@@ -23,20 +23,18 @@ def isolate_from_servers(sandbox):
 
 
 class JackServer:
-    """A server with the dummy driver, of its own name."""
+    """A server with the dummy driver, of its own name. It must end in order: one that is killed keeps one of
+    the eight places that a machine has for servers until the next start of the machine."""
 
     def __init__(self, sandbox, period=PERIOD):
         self._sandbox = sandbox
         self._period = period
         self.name = isolate_from_servers(sandbox)
-        self._start()
-
-    def _start(self):
         driver = ["-d", "dummy", "-p", self._period, "-r", RATE]
-        self.program = self._sandbox.start("jackd", [tool("jackd"), "-n", self.name, "-r", *driver])
+        self.program = sandbox.start("jackd", [tool("jackd"), "-n", self.name, "-r", *driver])
         self.program.before_end = self._wait_for_clients_to_go
         self.program.after_end = self._remove_semaphores
-        wait_for(lambda: is_server_there(self._sandbox), "the JACK server")
+        wait_for(lambda: is_server_there(sandbox), "the JACK server")
 
     def _wait_for_clients_to_go(self):
         # A server that is ended while it still mourns a client that died may hang.
@@ -52,17 +50,6 @@ class JackServer:
 
     def ports(self):
         return self._sandbox.run(tool("jack_lsp")).stdout.splitlines()
-
-    def crash(self):
-        """Kills the server. `clear_up` must follow."""
-        self.program.process.kill()
-        self.program.wait_for_end()
-
-    def clear_up(self):
-        """Gives back what a killed server holds: one of the few places that the machine has for servers,
-        and shared memory. Only a server of the same name can do that."""
-        self._start()
-        self.program.end()
 
 
 def is_server_there(sandbox):

@@ -1,9 +1,19 @@
+import ctypes
 import json
 import os
+import signal
 import subprocess
 import threading
 
 from .waiting import wait_for
+
+_LIBC = ctypes.CDLL(None)
+
+
+def _end_with_the_test():
+    """Makes the kernel end a started program when the test itself is killed, so that nothing stays behind."""
+    set_parent_death_signal = 1
+    _LIBC.prctl(set_parent_death_signal, signal.SIGTERM)
 
 
 class Program:
@@ -27,6 +37,7 @@ class Program:
                 stderr=log,
                 pass_fds=pass_fds,
                 cwd=os.path.dirname(log_path),
+                preexec_fn=_end_with_the_test,
             )
         self._reader = threading.Thread(target=self._read, daemon=True)
         self._reader.start()

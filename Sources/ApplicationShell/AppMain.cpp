@@ -13,6 +13,7 @@
 #include <memory>
 
 #if defined(Q_OS_LINUX)
+#include "Platform/Linux/DetectableAutorepeat.h"
 #include "Platform/Linux/Jack/MidiSystemAdapter.h"
 #include "Platform/Linux/KeyEventTranslatorAdapter.h"
 #elif defined(Q_OS_MACOS)
@@ -46,6 +47,7 @@ std::unique_ptr<KeyEventTranslator> makeKeyEventTranslator() {
 #if defined(Q_OS_LINUX)
     const auto platform = QGuiApplication::platformName();
     if (platform == QLatin1String("xcb") || platform.startsWith(QLatin1String("wayland"))) {
+        linuxos::DetectableAutorepeat::enable();
         return std::make_unique<linuxos::KeyEventTranslatorAdapter>();
     }
 #elif defined(Q_OS_MACOS)

@@ -25,7 +25,9 @@ std::chrono::milliseconds highlightStep(std::int64_t strumMilliseconds) {
 PerformanceController::PerformanceController(MidiOutputManager& midi, MainActor& mainActor,
                                              PerformanceState initialState, RandomSource random)
     : midi_(midi), mainActor_(mainActor), random_(std::move(random)), state_(std::move(initialState)),
-      engine_(KeyboardLayout::of(state_.keyboardLayout), random_) {}
+      engine_(KeyboardLayout::of(state_.keyboardLayout), random_) {
+    connect(&midi_, &MidiOutputManager::connectionLost, this, &PerformanceController::panic);
+}
 
 const KeyboardLayout& PerformanceController::layout() const {
     return KeyboardLayout::of(state_.keyboardLayout);

@@ -8,8 +8,10 @@ namespace tavro {
 KeyEventRouter::Verdict KeyEventRouter::handle(const KeyEvent& event, const Context& context) {
     const auto what = meaning(event, context);
     if (event.type == KeyEvent::Type::keyDown) {
+        keysDown_.insert(event.keyCode);
         handleKeyDown(event, what);
     } else {
+        keysDown_.erase(event.keyCode);
         handleKeyUp(event, what);
     }
     return what == Meaning::foreign ? Verdict::pass : Verdict::consume;
@@ -23,7 +25,9 @@ KeyEventRouter::Meaning KeyEventRouter::meaning(const KeyEvent& event, const Con
     if (context.isForeignWindow || context.isEditingText) {
         return Meaning::foreign;
     }
-    if (event.type == KeyEvent::Type::keyDown && !event.isAutorepeat) {
+    const bool isDown = event.type == KeyEvent::Type::keyDown;
+    const bool isRepeat = event.isAutorepeat || keysDown_.contains(event.keyCode);
+    if (isDown && !isRepeat) {
         if (isRecordingHotkey) {
             return Meaning::recorded;
         }
@@ -34,8 +38,7 @@ KeyEventRouter::Meaning KeyEventRouter::meaning(const KeyEvent& event, const Con
     if (event.modifiers.makesShortcut()) {
         return Meaning::foreign;
     }
-    return event.type == KeyEvent::Type::keyDown && event.isAutorepeat ? Meaning::swallowed
-                                                                       : Meaning::playing;
+    return isDown && isRepeat ? Meaning::swallowed : Meaning::playing;
 }
 
 void KeyEventRouter::handleKeyDown(const KeyEvent& event, Meaning what) {

@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 
 namespace tavro {
@@ -48,7 +49,10 @@ public:
     [[nodiscard]] Verdict verdict(const KeyEvent& event, const Context& context) const;
 
     /// Forgets which keys are held: their releases are not going to be seen.
-    void forgetHeldKeys() { heldKeys_.clear(); }
+    void forgetHeldKeys() {
+        keysDown_.clear();
+        heldKeys_.clear();
+    }
 
     /// The key as a hotkey's text: "^" for the two caret keys, else the layout's character at this position,
     /// else what the key types; nothing when none of them gives one character.
@@ -66,6 +70,9 @@ private:
     void handleKeyDown(const KeyEvent& event, Meaning meaning);
     void handleKeyUp(const KeyEvent& event, Meaning meaning);
 
+    /// Every key that is down. A press of one of them is an autorepeat, marked as such or not: not every
+    /// system marks it.
+    std::set<std::int64_t> keysDown_;
     /// The keys whose press was played, by key code. Their releases are played whatever has happened in
     /// between (a modifier held, a text field opened, another layout), or their notes would never end.
     std::map<std::int64_t, Character> heldKeys_;

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
+#include <utility>
 
 namespace tavro {
 
@@ -23,6 +23,12 @@ std::uint8_t dataByte(std::int64_t value) {
 
 std::uint8_t wireChannel(std::int64_t channel) {
     return static_cast<std::uint8_t>(std::clamp<std::int64_t>(channel, 1, 16) - 1);
+}
+
+std::array<std::uint8_t, 3> messageOf(const NoteEvent& event) {
+    const auto status = event.type == NoteEvent::EventType::noteOn ? noteOnStatus : noteOffStatus;
+    return {static_cast<std::uint8_t>(status | wireChannel(event.channel)), dataByte(event.note),
+            dataByte(event.velocity)};
 }
 
 PendingNoteKey pendingKey(const NoteEvent& event) {
@@ -43,43 +49,83 @@ MidiOutputManager::MidiOutputManager(MidiSystem& system, MainActor& mainActor)
 }
 
 MidiOutputManager::~MidiOutputManager() {
-    if (outputPort_ != 0) {
-        system_.disposePort(outputPort_);
-    }
-    if (virtualSource_ != 0) {
-        system_.disposeEndpoint(virtualSource_);
-    }
-    if (client_ != 0) {
-        system_.disposeClient(client_);
-    }
+    cancelPendingNoteOns();
+    dispose();
 }
 
 void MidiOutputManager::setup() {
-    const auto client = system_.createClient("TAVRO", [this, life = std::weak_ptr(life_)] {
-        mainActor_.post([this, life] {
-            if (!life.expired()) {
-                refreshDestinations();
-            }
-        });
-    });
+    setStatusText(create().value_or(QStringLiteral("Virtueller Ausgang aktiv")));
+}
+
+std::optional<QString> MidiOutputManager::create() {
+    // Whatever the system calls back may come when this is gone, and from inside a call of this.
+    const auto posted = [this](void (MidiOutputManager::*action)()) {
+        return [this, action, life = std::weak_ptr(life_)] {
+            mainActor_.post([this, action, life] {
+                if (!life.expired()) {
+                    (this->*action)();
+                }
+            });
+        };
+    };
+    system_.setLossHandler(posted(&MidiOutputManager::handleLoss));
+    const auto client = system_.createClient("TAVRO", posted(&MidiOutputManager::refreshDestinations));
     client_ = client.reference;
     if (client.status != 0) {
-        setStatusText(failureText(QLatin1String("MIDI Client Fehler"), client.status));
-        return;
+        return failureText(QLatin1String("MIDI Client Fehler"), client.status);
     }
     const auto port = system_.createOutputPort(client_, "TAVRO MIDI Out");
     outputPort_ = port.reference;
     if (port.status != 0) {
-        setStatusText(failureText(QLatin1String("MIDI Port Fehler"), port.status));
-        return;
+        return failureText(QLatin1String("MIDI Port Fehler"), port.status);
     }
     const auto source = system_.createSource(client_, "TAVRO Out");
     virtualSource_ = source.reference;
     if (source.status != 0) {
-        setStatusText(failureText(QLatin1String("Virtueller Ausgang Fehler"), source.status));
+        return failureText(QLatin1String("Virtueller Ausgang Fehler"), source.status);
+    }
+    return std::nullopt;
+}
+
+void MidiOutputManager::dispose() {
+    if (const auto port = std::exchange(outputPort_, 0); port != 0) {
+        system_.disposePort(port);
+    }
+    if (const auto source = std::exchange(virtualSource_, 0); source != 0) {
+        system_.disposeEndpoint(source);
+    }
+    if (const auto client = std::exchange(client_, 0); client != 0) {
+        system_.disposeClient(client);
+    }
+}
+
+void MidiOutputManager::handleLoss() {
+    if (isLost_) {
         return;
     }
-    setStatusText(QStringLiteral("Virtueller Ausgang aktiv"));
+    isLost_ = true;
+    pendingNoteOns_.clear();
+    dispose();
+    Q_EMIT connectionLost();
+    refreshDestinations();
+    setStatusText(QStringLiteral("MIDI Verbindung verloren"));
+    lookForTheSystem();
+}
+
+void MidiOutputManager::lookForTheSystem() {
+    search_ = mainActor_.after(std::chrono::seconds(1), [this] {
+        if (create()) {
+            dispose();
+            lookForTheSystem();
+            return;
+        }
+        isLost_ = false;
+        setStatusText(QStringLiteral("Virtueller Ausgang aktiv"));
+        refreshDestinations();
+        if (selectedDestinationID_ != 0) {
+            system_.prepareRoute(outputPort_, selectedDestinationID_);
+        }
+    });
 }
 
 void MidiOutputManager::refreshDestinations() {
@@ -100,6 +146,8 @@ void MidiOutputManager::refreshDestinations() {
         destinations_ = std::move(found);
         Q_EMIT destinationsChanged();
     }
+    listeners_ = isReady() ? system_.listeners(virtualSource_) : std::nullopt;
+    Q_EMIT connectionChanged();
 }
 
 void MidiOutputManager::setSelectedDestinationID(MidiObjectRef id) {
@@ -130,39 +178,71 @@ void MidiOutputManager::send(std::span<const NoteEvent> events, std::int64_t str
 }
 
 void MidiOutputManager::send(const NoteEvent& event) {
-    const bool isNoteOn = event.type == NoteEvent::EventType::noteOn;
-    const auto status =
-        static_cast<std::uint8_t>((isNoteOn ? noteOnStatus : noteOffStatus) | wireChannel(event.channel));
-    sendBytes(std::array{status, dataByte(event.note), dataByte(event.velocity)});
-    setStatusText((isNoteOn ? QLatin1String("Note On ") : QLatin1String("Note Off ")) +
-                  QString::fromStdString(ScaleEngine::noteName(event.note, false)));
+    sendBytes(messageOf(event));
+    tellNote(event);
 }
 
 void MidiOutputManager::sendNoteOn(const NoteEvent& event, std::int64_t delayMilliseconds) {
     const auto key = pendingKey(event);
-    // Assigning over an older task of the same key cancels it.
+    takeBack(key);
+    const auto delay = std::chrono::milliseconds(delayMilliseconds);
+    const auto ticket = schedule(event, delay);
     pendingNoteOns_.insert_or_assign(
-        key, mainActor_.after(std::chrono::milliseconds(delayMilliseconds), [this, key, event] {
-            pendingNoteOns_.erase(key);
-            send(event);
-        }));
+        key, PendingNoteOn{event, ticket, mainActor_.after(delay, [this, key] { finishPending(key); })});
+}
+
+std::optional<MidiTicket> MidiOutputManager::schedule(const NoteEvent& event,
+                                                      std::chrono::nanoseconds delay) {
+    const auto from = selectedDestinationID_ == 0 ? virtualSource_ : outputPort_;
+    return from == 0 ? std::nullopt : system_.schedule(from, selectedDestinationID_, messageOf(event), delay);
+}
+
+void MidiOutputManager::finishPending(const PendingNoteKey& key) {
+    const auto finished = pendingNoteOns_.extract(key);
+    if (const auto& [event, ticket, task] = finished.mapped(); ticket) {
+        system_.settle(*ticket);
+        tellNote(event);
+    } else {
+        send(event);
+    }
+}
+
+bool MidiOutputManager::takeBack(const PendingNoteOn& pending) {
+    return !pending.ticket || system_.cancel(*pending.ticket);
+}
+
+bool MidiOutputManager::takeBack(const PendingNoteKey& key) {
+    const auto pending = pendingNoteOns_.extract(key);
+    return !pending.empty() && takeBack(pending.mapped());
 }
 
 bool MidiOutputManager::cancelsPendingNoteOn(const NoteEvent& noteOff) {
     if (noteOff.sourceKey == noKey) {
         // No key caused it, so it ends the note whoever was about to sound it; and it may be sounding.
-        std::erase_if(pendingNoteOns_, [&noteOff](const auto& pending) {
-            return pending.first.note == noteOff.note && pending.first.channel == noteOff.channel;
+        std::erase_if(pendingNoteOns_, [&](const auto& entry) {
+            const auto& [key, pending] = entry;
+            const bool isMeant = key.note == noteOff.note && key.channel == noteOff.channel;
+            if (isMeant) {
+                takeBack(pending);
+            }
+            return isMeant;
         });
         return false;
     }
-    return pendingNoteOns_.erase(pendingKey(noteOff)) > 0 ||
+    return takeBack(pendingKey(noteOff)) ||
            (noteOff.startedBy != noKey &&
-            pendingNoteOns_.erase({noteOff.note, noteOff.channel, noteOff.startedBy}) > 0);
+            takeBack(PendingNoteKey{noteOff.note, noteOff.channel, noteOff.startedBy}));
 }
 
 void MidiOutputManager::cancelPendingNoteOns() {
-    pendingNoteOns_.clear();
+    for (const auto& entry : std::exchange(pendingNoteOns_, {})) {
+        if (auto event = entry.second.event; !takeBack(entry.second)) {
+            // The system was quicker, and nobody else is going to end the note.
+            event.type = NoteEvent::EventType::noteOff;
+            event.velocity = 0;
+            send(event);
+        }
+    }
 }
 
 void MidiOutputManager::sendBytes(std::span<const std::uint8_t> message) {
@@ -183,6 +263,26 @@ void MidiOutputManager::sendAllNotesOff(std::int64_t /*channel*/) {
         sendBytes(std::array<std::uint8_t, 3>{status, allSoundOff, 0});
     }
     setStatusText(QStringLiteral("Panic gesendet"));
+    tellDroppedMessages();
+}
+
+void MidiOutputManager::tellNote(const NoteEvent& event) {
+    // Without a system nothing has been played, and the loss is what the user needs to read.
+    if (isLost_) {
+        return;
+    }
+    const bool isNoteOn = event.type == NoteEvent::EventType::noteOn;
+    setStatusText((isNoteOn ? QLatin1String("Note On ") : QLatin1String("Note Off ")) +
+                  QString::fromStdString(ScaleEngine::noteName(event.note, false)));
+    tellDroppedMessages();
+}
+
+void MidiOutputManager::tellDroppedMessages() {
+    if (const auto dropped = system_.droppedMessages(); dropped != droppedMessages_) {
+        droppedMessages_ = dropped;
+        setStatusText(QString::number(dropped) + QLatin1String(" MIDI Nachrichten verloren"));
+        Q_EMIT connectionChanged();
+    }
 }
 
 void MidiOutputManager::setStatusText(const QString& text) {

@@ -8,9 +8,11 @@
 #include <QObject>
 #include <QString>
 
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -51,6 +53,15 @@ public:
     /// One line for the user about what happened last.
     [[nodiscard]] const QString& statusText() const { return statusText_; }
 
+    /// Whether the program's own source exists.
+    [[nodiscard]] bool isReady() const { return virtualSource_ != 0; }
+
+    /// How many receivers listen to the own source; nothing when the system cannot know.
+    [[nodiscard]] std::optional<std::size_t> listeners() const { return listeners_; }
+
+    /// How many messages the system has lost so far.
+    [[nodiscard]] std::uint64_t droppedMessages() const { return droppedMessages_; }
+
     /// Reads the destinations anew. Does not touch the selection.
     void refreshDestinations();
 
@@ -81,9 +92,34 @@ Q_SIGNALS:
     void destinationsChanged();
     void selectedDestinationIDChanged();
     void statusTextChanged();
+    /// `isReady`, `listeners` or `droppedMessages` changed.
+    void connectionChanged();
+    /// The MIDI system has gone, and with it every note. It is looked for until it returns.
+    void connectionLost();
 
 private:
+    struct PendingNoteOn {
+        NoteEvent event;
+        /// Set when the system itself sends the note at its time.
+        std::optional<MidiTicket> ticket;
+        ScheduledTask task;
+    };
+
+    using PendingNoteOns = std::map<PendingNoteKey, PendingNoteOn>;
+
     void setup();
+    /// Client, port and source. Nothing when all are there, else what to tell the user.
+    std::optional<QString> create();
+    void dispose();
+    void handleLoss();
+    void lookForTheSystem();
+    [[nodiscard]] std::optional<MidiTicket> schedule(const NoteEvent& event, std::chrono::nanoseconds delay);
+    void finishPending(const PendingNoteKey& key);
+    /// Whether the note-on will never be heard.
+    bool takeBack(const PendingNoteOn& pending);
+    bool takeBack(const PendingNoteKey& key);
+    void tellNote(const NoteEvent& event);
+    void tellDroppedMessages();
     /// Whether the note-off met its own note-on before that was sent, so that neither needs to be.
     bool cancelsPendingNoteOn(const NoteEvent& noteOff);
     void setStatusText(const QString& text);
@@ -96,7 +132,11 @@ private:
     MidiObjectRef client_ = 0;
     MidiObjectRef outputPort_ = 0;
     MidiObjectRef virtualSource_ = 0;
-    std::map<PendingNoteKey, ScheduledTask> pendingNoteOns_;
+    PendingNoteOns pendingNoteOns_;
+    std::optional<std::size_t> listeners_;
+    std::uint64_t droppedMessages_ = 0;
+    bool isLost_ = false;
+    ScheduledTask search_;
     /// Lets work that was posted and cannot be cancelled see whether this still exists.
     std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true);
 };

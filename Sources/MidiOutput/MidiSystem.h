@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -18,6 +19,9 @@ struct MidiCreation {
     std::int32_t status = 0;
     MidiObjectRef reference = 0;
 };
+
+/// Names a message that waits inside a MIDI system for its time.
+using MidiTicket = std::uint32_t;
 
 /// What a platform offers for sending MIDI. An adapter translates calls and events and decides nothing.
 /// Main thread only; an adapter whose platform calls back on other threads brings the calls over.
@@ -59,6 +63,32 @@ public:
 
     /// Makes one message appear now at the source, for everybody who listens to it.
     virtual void received(MidiObjectRef source, std::span<const std::uint8_t> message) = 0;
+
+    /// Takes one message that is to go out like `send` or `received` does (`destination` is 0 for the
+    /// source), but after a delay, and so exactly that the main thread could not do it. Nothing, and nothing
+    /// happens, when the system cannot do this, or not at the moment.
+    [[nodiscard]] virtual std::optional<MidiTicket> schedule(MidiObjectRef portOrSource,
+                                                             MidiObjectRef destination,
+                                                             std::span<const std::uint8_t> message,
+                                                             std::chrono::nanoseconds delay);
+
+    /// Takes a scheduled message back. False when it is too late: the message has gone out.
+    [[nodiscard]] virtual bool cancel(MidiTicket ticket);
+
+    /// Tells that a scheduled message's time has come: what is sent from now on goes out after it. The ticket
+    /// must not be used again.
+    virtual void settle(MidiTicket ticket);
+
+    /// Names what is to be done, on the main thread, when the connection to the system ends by itself. All
+    /// references are void then; they may still be disposed. Systems that cannot be lost never do it.
+    virtual void setLossHandler(std::function<void()> onLoss);
+
+    /// How many receivers listen to the source; nothing when the system cannot know. `onChange` tells
+    /// changes.
+    [[nodiscard]] virtual std::optional<std::size_t> listeners(MidiObjectRef source);
+
+    /// How many messages were accepted and lost, since the beginning.
+    [[nodiscard]] virtual std::uint64_t droppedMessages() const;
 
     virtual void disposePort(MidiObjectRef outputPort) = 0;
     virtual void disposeEndpoint(MidiObjectRef source) = 0;

@@ -238,13 +238,19 @@ class JackAdapterTest(EndToEndTest):
             recorder.program.end()
 
     def test_server_that_ends_leaves_the_program_alive(self):
+        self._survive(self.server.program.process.terminate)
+
+    def test_server_that_crashes_leaves_the_program_alive(self):
+        self._survive(self.server.program.process.kill)
+
+    def _survive(self, end_server):
         probe = Probe(self.sandbox)
         synth = Recorder(self.sandbox, sources=(), inputs=("in",), name="Synth")
         destination = self.wait_for_destinations(probe, ["Synth:in"])[0]["id"]
         probe.tell("send", destination, *NOTE_ON)
         synth.wait_for_messages(1, "in")
         before = probe.changes()
-        self.server.program.process.terminate()
+        end_server()
         self.server.program.wait_for_end()
         wait_for(lambda: probe.changes() > before, "a notice that the server has gone")
         self.wait_for_destinations(probe, [])

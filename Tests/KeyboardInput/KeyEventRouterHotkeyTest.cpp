@@ -26,8 +26,8 @@ protected:
 
 TEST_F(Hotkey, TogglesOnBothCaretKeys) {
     keys.router.hotkey = "  ^\n";
-    EXPECT_TRUE(keys.consumes(press(keyIso)));
-    EXPECT_TRUE(keys.consumes(press(keyGrave)));
+    EXPECT_TRUE(keys.consumesTap(press(keyIso)));
+    EXPECT_TRUE(keys.consumesTap(press(keyGrave)));
     EXPECT_THAT(keys.calls, ElementsAre("hotkey", "hotkey"));
 }
 
@@ -47,36 +47,36 @@ TEST_F(Hotkey, RepeatingWithModifiersPasses) {
 TEST_F(Hotkey, ComesBeforeTheRuleForShortcuts) {
     keys.router.hotkey = "k";
     keys.router.hotkeyModifiers = control | option;
-    EXPECT_TRUE(keys.consumes(press(keyK, control | option)));
-    EXPECT_FALSE(keys.consumes(press(keyK, control)));
-    EXPECT_TRUE(keys.consumes(press(keyK)));
+    EXPECT_TRUE(keys.consumesTap(press(keyK, control | option)));
+    EXPECT_FALSE(keys.consumesTap(press(keyK, control)));
+    EXPECT_TRUE(keys.consumesTap(press(keyK)));
     EXPECT_THAT(keys.calls, ElementsAre("hotkey", "down k"));
 }
 
 TEST_F(Hotkey, WithoutItsModifiersTheCaretKeysAreOrdinaryKeys) {
     keys.router.hotkeyModifiers = shift;
-    EXPECT_TRUE(keys.consumes(press(keyGrave)));
-    EXPECT_TRUE(keys.consumes(press(keyGrave, {}, U'`')));
-    EXPECT_TRUE(keys.consumes(press(keyGrave, shift)));
+    EXPECT_TRUE(keys.consumesTap(press(keyGrave)));
+    EXPECT_TRUE(keys.consumesTap(press(keyGrave, {}, U'`')));
+    EXPECT_TRUE(keys.consumesTap(press(keyGrave, shift)));
     EXPECT_THAT(keys.calls, ElementsAre("down `", "hotkey"));
 }
 
 TEST_F(Hotkey, WithAKeyCodeIsThatKeyOnly) {
     keys.router.hotkey = "k";
     keys.router.hotkeyKeyCode = keyIso;
-    EXPECT_TRUE(keys.consumes(press(keyK)));
-    EXPECT_TRUE(keys.consumes(press(keyGrave)));
-    EXPECT_TRUE(keys.consumes(press(keyIso)));
+    EXPECT_TRUE(keys.consumesTap(press(keyK)));
+    EXPECT_TRUE(keys.consumesTap(press(keyGrave)));
+    EXPECT_TRUE(keys.consumesTap(press(keyIso)));
     keys.router.layoutKind = KeyboardLayoutKind::qwerty;
-    EXPECT_TRUE(keys.consumes(press(keyIso)));
+    EXPECT_TRUE(keys.consumesTap(press(keyIso)));
     EXPECT_THAT(keys.calls, ElementsAre("down k", "hotkey", "hotkey"));
 }
 
 TEST_F(Hotkey, IsAsThePropertiesStandAtTheEvent) {
     keys.router.hotkey = "a";
-    EXPECT_TRUE(keys.consumes(press(keyA)));
+    EXPECT_TRUE(keys.consumesTap(press(keyA)));
     keys.router.hotkey = "k";
-    EXPECT_TRUE(keys.consumes(press(keyA)));
+    EXPECT_TRUE(keys.consumesTap(press(keyA)));
     EXPECT_THAT(keys.calls, ElementsAre("hotkey", "down a"));
     EXPECT_TRUE(keys.router.isToggleHotkey(press(keyK)));
     EXPECT_FALSE(keys.router.isToggleHotkey(press(keyK, shift)));
@@ -110,22 +110,22 @@ protected:
 };
 
 TEST_F(Recording, TakesAnyKeyWithAnyModifiers) {
-    EXPECT_TRUE(keys.consumes(press(keyK)));
-    EXPECT_TRUE(keys.consumes(press(keyK, HotkeyModifiers(15))));
-    EXPECT_TRUE(keys.consumes(press(keyIso, control)));
-    EXPECT_TRUE(keys.consumes(press(42, option, U'#')));
+    EXPECT_TRUE(keys.consumesTap(press(keyK)));
+    EXPECT_TRUE(keys.consumesTap(press(keyK, HotkeyModifiers(15))));
+    EXPECT_TRUE(keys.consumesTap(press(keyIso, control)));
+    EXPECT_TRUE(keys.consumesTap(press(42, option, U'#')));
     EXPECT_THAT(keys.calls,
                 ElementsAre("recorded k 40 0", "recorded k 40 15", "recorded ^ 10 2", "recorded # 42 4"));
 }
 
 TEST_F(Recording, ComesBeforeTheHotkeyInForce) {
-    EXPECT_TRUE(keys.consumes(press(keyGrave)));
+    EXPECT_TRUE(keys.consumesTap(press(keyGrave)));
     EXPECT_THAT(keys.calls, ElementsAre("recorded ^ 50 0"));
 }
 
 TEST_F(Recording, SwallowsAKeyThatHasNoText) {
-    EXPECT_TRUE(keys.consumes(press(36)));
-    EXPECT_TRUE(keys.consumes(press(36, control)));
+    EXPECT_TRUE(keys.consumesTap(press(36)));
+    EXPECT_TRUE(keys.consumesTap(press(36, control)));
     EXPECT_THAT(keys.calls, IsEmpty());
 }
 
@@ -136,10 +136,22 @@ TEST_F(Recording, DoesNotTakeRepeats) {
 }
 
 TEST_F(Recording, PlaysNothingAndIsEndedByItsOwner) {
-    EXPECT_TRUE(keys.consumes(press(keyK)));
-    EXPECT_TRUE(keys.consumes(press(keyA)));
+    EXPECT_TRUE(keys.consumesTap(press(keyK)));
+    EXPECT_TRUE(keys.consumesTap(press(keyA)));
     EXPECT_TRUE(keys.router.isRecordingHotkey);
     EXPECT_THAT(keys.calls, ElementsAre("recorded k 40 0", "recorded a 0 0"));
+}
+
+TEST_F(Hotkey, ThatIsHeldTogglesOnce) {
+    EXPECT_TRUE(keys.consumes(press(50)));
+    EXPECT_TRUE(keys.consumes(press(50)));
+    EXPECT_THAT(keys.calls, ElementsAre("hotkey"));
+}
+
+TEST_F(Recording, OfAKeyThatIsHeldIsOne) {
+    EXPECT_TRUE(keys.consumes(press(keyK)));
+    EXPECT_TRUE(keys.consumes(press(keyK)));
+    EXPECT_THAT(keys.calls, ElementsAre("recorded k 40 0"));
 }
 
 } // namespace

@@ -39,11 +39,26 @@ TEST_F(Playing, AHeldKeyGivesOnePressAndOneRelease) {
     EXPECT_THAT(keys.calls, ElementsAre("down a", "up a"));
 }
 
+TEST_F(Playing, APressOfAKeyThatIsDownIsARepeatWithoutAMarkToo) {
+    EXPECT_TRUE(keys.consumes(press(keyA)));
+    EXPECT_TRUE(keys.consumes(press(keyA)));
+    EXPECT_TRUE(keys.consumes(release(keyA)));
+    EXPECT_TRUE(keys.consumes(press(keyA)));
+    EXPECT_THAT(keys.calls, ElementsAre("down a", "up a", "down a"));
+}
+
+TEST_F(Playing, AKeyWhoseReleaseWasNotSeenPlaysAgain) {
+    EXPECT_TRUE(keys.consumes(press(keyA)));
+    keys.router.forgetHeldKeys();
+    EXPECT_TRUE(keys.consumes(press(keyA)));
+    EXPECT_THAT(keys.calls, ElementsAre("down a", "down a"));
+}
+
 TEST_F(Playing, ThePositionDecidesNotWhatIsTyped) {
-    EXPECT_TRUE(keys.consumes(press(keyA, {}, U'\u0444')));
-    EXPECT_TRUE(keys.consumes(press(keyY, {}, U'y')));
+    EXPECT_TRUE(keys.consumesTap(press(keyA, {}, U'\u0444')));
+    EXPECT_TRUE(keys.consumesTap(press(keyY, {}, U'y')));
     keys.router.layoutKind = KeyboardLayoutKind::qwerty;
-    EXPECT_TRUE(keys.consumes(press(keyY, {}, U'z')));
+    EXPECT_TRUE(keys.consumesTap(press(keyY, {}, U'z')));
     EXPECT_THAT(keys.calls, ElementsAre("down a", "down z", "down y"));
 }
 
@@ -75,7 +90,7 @@ TEST_P(Shortcut, PassesAndPlaysNothing) {
     EXPECT_FALSE(keys.consumes(press(keyA, GetParam())));
     EXPECT_FALSE(keys.consumes(repeat(keyA, GetParam())));
     EXPECT_FALSE(keys.consumes(release(keyA, GetParam())));
-    EXPECT_FALSE(keys.consumes(press(keyReturn, GetParam())));
+    EXPECT_FALSE(keys.consumesTap(press(keyReturn, GetParam())));
     EXPECT_THAT(keys.calls, IsEmpty());
 }
 
@@ -96,9 +111,9 @@ TEST_P(Elsewhere, EveryKeyPassesAndPlaysNothing) {
     EXPECT_FALSE(keys.consumes(press(keyA), context));
     EXPECT_FALSE(keys.consumes(repeat(keyA), context));
     EXPECT_FALSE(keys.consumes(release(keyA), context));
-    EXPECT_FALSE(keys.consumes(press(50), context));
+    EXPECT_FALSE(keys.consumesTap(press(50), context));
     keys.router.isRecordingHotkey = true;
-    EXPECT_FALSE(keys.consumes(press(keyA), context));
+    EXPECT_FALSE(keys.consumesTap(press(keyA), context));
     EXPECT_THAT(keys.calls, IsEmpty());
 }
 

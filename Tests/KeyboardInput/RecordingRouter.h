@@ -37,6 +37,17 @@ public:
         return verdict == KeyEventRouter::Verdict::consume;
     }
 
+    /// The same, and the key is let go again, which is not noted.
+    bool consumesTap(const KeyEvent& press, const KeyEventRouter::Context& context = {}) {
+        const bool isConsumed = consumes(press, context);
+        const auto noted = calls.size();
+        auto release = press;
+        release.type = KeyEvent::Type::keyUp;
+        router.handle(release, context);
+        calls.resize(noted);
+        return isConsumed;
+    }
+
     KeyEventRouter router;
     std::vector<std::string> calls;
 };

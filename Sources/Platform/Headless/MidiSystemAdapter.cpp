@@ -11,6 +11,12 @@ void MidiSystemAdapter::announceChange() const {
     }
 }
 
+void MidiSystemAdapter::loseConnection() const {
+    if (onLoss_) {
+        onLoss_();
+    }
+}
+
 MidiCreation MidiSystemAdapter::createClient(std::string_view name, std::function<void()> onChange) {
     onChange_ = std::move(onChange);
     return create(clientStatus, "client " + std::string(name));
@@ -53,6 +59,40 @@ void MidiSystemAdapter::send(MidiObjectRef /*outputPort*/, MidiObjectRef destina
 
 void MidiSystemAdapter::received(MidiObjectRef source, std::span<const std::uint8_t> message) {
     record({true, source, {message.begin(), message.end()}});
+}
+
+std::optional<MidiTicket> MidiSystemAdapter::schedule(MidiObjectRef portOrSource, MidiObjectRef destination,
+                                                      std::span<const std::uint8_t> message,
+                                                      std::chrono::nanoseconds delay) {
+    if (!schedules) {
+        return std::nullopt;
+    }
+    const bool isFromSource = destination == 0;
+    scheduled[nextTicket_] = {
+        {isFromSource, isFromSource ? portOrSource : destination, {message.begin(), message.end()}}, delay};
+    return nextTicket_++;
+}
+
+bool MidiSystemAdapter::cancel(MidiTicket ticket) {
+    if (isTooLateToCancel) {
+        settle(ticket);
+        return false;
+    }
+    return scheduled.erase(ticket) > 0;
+}
+
+void MidiSystemAdapter::settle(MidiTicket ticket) {
+    if (const auto gone = scheduled.extract(ticket)) {
+        record(gone.mapped().message);
+    }
+}
+
+void MidiSystemAdapter::setLossHandler(std::function<void()> onLoss) {
+    onLoss_ = std::move(onLoss);
+}
+
+std::optional<std::size_t> MidiSystemAdapter::listeners(MidiObjectRef /*source*/) {
+    return listenerCount;
 }
 
 void MidiSystemAdapter::disposePort(MidiObjectRef outputPort) {

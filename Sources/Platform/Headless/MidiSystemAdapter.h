@@ -2,6 +2,7 @@
 
 #include "MidiOutput/MidiSystem.h"
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -33,6 +34,24 @@ public:
     /// In order. Call `announceChange` after changing them.
     std::vector<Destination> destinations;
 
+    /// What `listeners` and `droppedMessages` answer.
+    std::optional<std::size_t> listenerCount;
+    std::uint64_t dropped = 0;
+    /// Whether messages can be scheduled. They stay in `scheduled` until they are cancelled or settled.
+    bool schedules = false;
+    /// Makes every scheduled message one that has gone out already.
+    bool isTooLateToCancel = false;
+
+    struct Scheduled {
+        Message message;
+        std::chrono::nanoseconds delay;
+
+        friend bool operator==(const Scheduled&, const Scheduled&) = default;
+    };
+
+    /// By ticket.
+    std::map<MidiTicket, Scheduled> scheduled;
+
     /// Called for each message, after it was recorded.
     std::function<void(const Message&)> onMessage;
     /// False keeps `messages` empty, for a listener that takes them by `onMessage`.
@@ -46,6 +65,9 @@ public:
     /// What a real system does when something about its ports changed.
     void announceChange() const;
 
+    /// What a real system does when it goes.
+    void loseConnection() const;
+
     [[nodiscard]] MidiCreation createClient(std::string_view name, std::function<void()> onChange) override;
     [[nodiscard]] MidiCreation createOutputPort(MidiObjectRef client, std::string_view name) override;
     [[nodiscard]] MidiCreation createSource(MidiObjectRef client, std::string_view name) override;
@@ -57,6 +79,16 @@ public:
     void send(MidiObjectRef outputPort, MidiObjectRef destination,
               std::span<const std::uint8_t> message) override;
     void received(MidiObjectRef source, std::span<const std::uint8_t> message) override;
+    [[nodiscard]] std::optional<MidiTicket> schedule(MidiObjectRef portOrSource, MidiObjectRef destination,
+                                                     std::span<const std::uint8_t> message,
+                                                     std::chrono::nanoseconds delay) override;
+    [[nodiscard]] bool cancel(MidiTicket ticket) override;
+    void settle(MidiTicket ticket) override;
+    void setLossHandler(std::function<void()> onLoss) override;
+    [[nodiscard]] std::optional<std::size_t> listeners(MidiObjectRef source) override;
+
+    [[nodiscard]] std::uint64_t droppedMessages() const override { return dropped; }
+
     void disposePort(MidiObjectRef outputPort) override;
     void disposeEndpoint(MidiObjectRef source) override;
     void disposeClient(MidiObjectRef client) override;
@@ -68,6 +100,8 @@ private:
 
     MidiObjectRef nextReference_ = 1;
     std::function<void()> onChange_;
+    std::function<void()> onLoss_;
+    MidiTicket nextTicket_ = 1;
 };
 
 } // namespace tavro::headless

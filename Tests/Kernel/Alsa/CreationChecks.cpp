@@ -13,7 +13,7 @@ Check creationFails(int status) {
                 expectEqual(client.reference, 0, "the reference");
                 expect(adapter.createSource(client.reference, "TAVRO Out").reference == 0,
                        "there is a source");
-                expect(!adapter.listeners(), "there are listeners");
+                expect(!adapter.listeners(0), "there are listeners");
 
                 Instrument instrument;
                 expectEqual(instrument.manager().statusText().toStdString(),

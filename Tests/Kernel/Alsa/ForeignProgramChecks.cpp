@@ -18,7 +18,8 @@ void aseqdumpReadsWhatThePortSends() {
     QProcess aseqdump;
     aseqdump.start(QStringLiteral("aseqdump"), {QStringLiteral("-p"), source});
     // Starting a program takes its time here.
-    waitFor([&] { return instrument.adapter().listeners() == 1; }, "aseqdump to listen");
+    waitFor([&] { return instrument.adapter().listeners(instrument.source().number()) == 1; },
+            "aseqdump to listen");
     instrument.noteOn(60);
     instrument.noteOff(60);
     instrument.manager().sendBytes(Bytes{0xB1, 123, 0});

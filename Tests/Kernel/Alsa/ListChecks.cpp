@@ -81,6 +81,7 @@ void portsThatCannotBeWrittenToByOthersAreNotListed() {
     peer.addPort("readable", SND_SEQ_PORT_CAP_READ | SND_SEQ_PORT_CAP_SUBS_READ);
     peer.addPort("unsubscribable", SND_SEQ_PORT_CAP_WRITE);
     peer.addPort("private", SequencerPeer::inputPort | SND_SEQ_PORT_CAP_NO_EXPORT);
+    peer.addPort("unused", SequencerPeer::inputPort | (1U << 8U));
     peer.addPort("both", SequencerPeer::inputPort | SND_SEQ_PORT_CAP_READ | SND_SEQ_PORT_CAP_SUBS_READ);
     Instrument instrument;
     std::string names;

@@ -101,8 +101,9 @@ void nothingIsLeftWhenItEnds() {
 void listenersAreCounted() {
     Instrument instrument;
     auto& adapter = instrument.adapter();
-    const auto waitForCount = [&](int count) {
-        waitFor([&] { return adapter.listeners() == count; }, std::to_string(count) + " listeners");
+    const auto waitForCount = [&](std::size_t count) {
+        waitFor([&] { return adapter.listeners(instrument.source().number()) == count; },
+                std::to_string(count) + " listeners");
     };
     waitForCount(0);
     SequencerPeer first("First");

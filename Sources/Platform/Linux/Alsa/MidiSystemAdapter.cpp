@@ -51,7 +51,6 @@ MidiCreation MidiSystemAdapter::createClient(std::string_view name, std::functio
         sequencer_.reset();
         return failure(status);
     }
-    dropped_ = 0;
     identifiers_.allMayHaveGone();
     return {.status = 0, .reference = static_cast<MidiObjectRef>(snd_seq_client_id(opened))};
 }
@@ -61,12 +60,10 @@ MidiCreation MidiSystemAdapter::createOutputPort(MidiObjectRef client, std::stri
 }
 
 MidiCreation MidiSystemAdapter::createSource(MidiObjectRef client, std::string_view name) {
-    const auto creation =
-        createPort(client, name, SND_SEQ_PORT_CAP_READ | SND_SEQ_PORT_CAP_SUBS_READ, source_);
-    if (creation.status == 0) {
+    if (!source_) {
         listeners_ = 0;
     }
-    return creation;
+    return createPort(client, name, SND_SEQ_PORT_CAP_READ | SND_SEQ_PORT_CAP_SUBS_READ, source_);
 }
 
 std::size_t MidiSystemAdapter::numberOfDestinations() {
@@ -94,7 +91,7 @@ void MidiSystemAdapter::prepareRoute(MidiObjectRef /*outputPort*/, MidiObjectRef
 
 void MidiSystemAdapter::send(MidiObjectRef outputPort, MidiObjectRef destination,
                              std::span<const std::uint8_t> message) {
-    if (!isOwn(outputPort, outputPort_)) {
+    if (!outputPort_ || numberOf(*outputPort_) != outputPort) {
         return;
     }
     // The address may have gone to another program a moment ago, which must not hear these notes.
@@ -107,9 +104,13 @@ void MidiSystemAdapter::send(MidiObjectRef outputPort, MidiObjectRef destination
 }
 
 void MidiSystemAdapter::received(MidiObjectRef source, std::span<const std::uint8_t> message) {
-    if (isOwn(source, source_)) {
+    if (source_ && numberOf(*source_) == source) {
         deliver(*source_, std::nullopt, message);
     }
+}
+
+std::optional<std::size_t> MidiSystemAdapter::listeners(MidiObjectRef source) {
+    return source_ && numberOf(*source_) == source ? std::optional(listeners_) : std::nullopt;
 }
 
 void MidiSystemAdapter::disposePort(MidiObjectRef outputPort) {
@@ -118,9 +119,6 @@ void MidiSystemAdapter::disposePort(MidiObjectRef outputPort) {
 
 void MidiSystemAdapter::disposeEndpoint(MidiObjectRef source) {
     disposePort(source, source_);
-    if (!source_) {
-        listeners_.reset();
-    }
 }
 
 void MidiSystemAdapter::disposeClient(MidiObjectRef client) {
@@ -131,16 +129,12 @@ void MidiSystemAdapter::disposeClient(MidiObjectRef client) {
     sequencer_.reset();
     outputPort_.reset();
     source_.reset();
-    listeners_.reset();
     destinations_.clear();
 }
 
-PortAddress MidiSystemAdapter::ownAddress(int port) const {
-    return {static_cast<std::uint8_t>(snd_seq_client_id(sequencer_.get())), static_cast<std::uint8_t>(port)};
-}
-
-bool MidiSystemAdapter::isOwn(MidiObjectRef reference, const std::optional<int>& port) const {
-    return port && ownAddress(*port).number() == reference;
+MidiObjectRef MidiSystemAdapter::numberOf(int port) const {
+    const auto client = snd_seq_client_id(sequencer_.get());
+    return PortAddress{static_cast<std::uint8_t>(client), static_cast<std::uint8_t>(port)}.number();
 }
 
 MidiCreation MidiSystemAdapter::createPort(MidiObjectRef client, std::string_view name, unsigned capabilities,
@@ -158,11 +152,11 @@ MidiCreation MidiSystemAdapter::createPort(MidiObjectRef client, std::string_vie
         return failure(made);
     }
     port = made;
-    return {.status = 0, .reference = ownAddress(made).number()};
+    return {.status = 0, .reference = numberOf(made)};
 }
 
 void MidiSystemAdapter::disposePort(MidiObjectRef reference, std::optional<int>& port) {
-    if (isOwn(reference, port)) {
+    if (port && numberOf(*port) == reference) {
         snd_seq_delete_simple_port(sequencer_.get(), *port);
         port.reset();
     }

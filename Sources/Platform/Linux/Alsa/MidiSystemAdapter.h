@@ -51,20 +51,18 @@ public:
     void disposeEndpoint(MidiObjectRef source) override;
     void disposeClient(MidiObjectRef client) override;
 
-    /// How many ports are connected to the source, as it was when `onChange` was last called; nothing
-    /// without a source.
-    [[nodiscard]] std::optional<int> listeners() const { return listeners_; }
+    /// As many as there were when `onChange` was last called, or the list of destinations was asked for.
+    [[nodiscard]] std::optional<std::size_t> listeners(MidiObjectRef source) override;
 
-    /// How many messages could not be delivered or were no MIDI messages, since the client was created.
-    [[nodiscard]] std::uint64_t droppedMessages() const { return dropped_; }
+    /// What could not be delivered or was no MIDI message.
+    [[nodiscard]] std::uint64_t droppedMessages() const override { return dropped_; }
 
 private:
     struct Close {
         void operator()(snd_seq_t* sequencer) const { snd_seq_close(sequencer); }
     };
 
-    [[nodiscard]] PortAddress ownAddress(int port) const;
-    [[nodiscard]] bool isOwn(MidiObjectRef reference, const std::optional<int>& port) const;
+    [[nodiscard]] MidiObjectRef numberOf(int port) const;
     [[nodiscard]] MidiCreation createPort(MidiObjectRef client, std::string_view name, unsigned capabilities,
                                           std::optional<int>& port);
     void disposePort(MidiObjectRef reference, std::optional<int>& port);
@@ -78,7 +76,7 @@ private:
     std::unique_ptr<AnnounceWatch> watch_;
     std::optional<int> outputPort_;
     std::optional<int> source_;
-    std::optional<int> listeners_;
+    std::size_t listeners_ = 0;
     std::uint64_t dropped_ = 0;
     /// As they were when their number was asked for.
     std::vector<MidiObjectRef> destinations_;

@@ -24,8 +24,12 @@ PortInfo makePortInfo() {
 
 bool isDestination(const snd_seq_port_info_t& info) {
     constexpr unsigned wanted = SND_SEQ_PORT_CAP_WRITE | SND_SEQ_PORT_CAP_SUBS_WRITE;
+    // Newer sequencers list the unused ports of a MIDI 2.0 device too, under this mark; older headers have no
+    // name for it.
+    constexpr unsigned inactive = 1U << 8U;
+    constexpr unsigned unwanted = SND_SEQ_PORT_CAP_NO_EXPORT | inactive;
     const auto capabilities = snd_seq_port_info_get_capability(&info);
-    return (capabilities & wanted) == wanted && (capabilities & SND_SEQ_PORT_CAP_NO_EXPORT) == 0;
+    return (capabilities & wanted) == wanted && (capabilities & unwanted) == 0;
 }
 
 } // namespace
@@ -58,12 +62,12 @@ std::vector<SequencerPort> listDestinations(snd_seq_t& sequencer) {
     return found;
 }
 
-int countListeners(snd_seq_t& sequencer, int port) {
+std::size_t countListeners(snd_seq_t& sequencer, int port) {
     const auto info = makePortInfo();
     if (info == nullptr || snd_seq_get_port_info(&sequencer, port, info.get()) < 0) {
         return 0;
     }
-    return snd_seq_port_info_get_read_use(info.get());
+    return static_cast<std::size_t>(snd_seq_port_info_get_read_use(info.get()));
 }
 
 } // namespace tavro::alsa

@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/Alsa/SequencerPort.h"
 
+#include <cstddef>
 #include <vector>
 
 #include <alsa/asoundlib.h>
@@ -13,6 +14,6 @@ namespace tavro::alsa {
 [[nodiscard]] std::vector<SequencerPort> listDestinations(snd_seq_t& sequencer);
 
 /// How many ports are connected to this one of the handle's own ports and get what appears at it.
-[[nodiscard]] int countListeners(snd_seq_t& sequencer, int port);
+[[nodiscard]] std::size_t countListeners(snd_seq_t& sequencer, int port);
 
 } // namespace tavro::alsa

@@ -129,6 +129,10 @@ void MidiSystemAdapter::prepareRoute(MidiObjectRef outputPort, MidiObjectRef des
     }
     route_ = destination;
     followRoute();
+    if (isConnected()) {
+        // What is sent next must not come before the connection.
+        writer_->awaitConnections([this] { return isConnected(); });
+    }
 }
 
 void MidiSystemAdapter::send(MidiObjectRef outputPort, MidiObjectRef destination,

@@ -54,7 +54,7 @@ public:
     void disposeClient(MidiObjectRef client) override;
 
     /// How many messages were accepted and could not be brought to a port, since the client was created.
-    [[nodiscard]] std::uint64_t droppedMessages() const;
+    [[nodiscard]] std::uint64_t droppedMessages() const override;
 
 private:
     [[nodiscard]] bool isConnected() const;

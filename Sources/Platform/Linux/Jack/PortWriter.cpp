@@ -41,6 +41,10 @@ void PortWriter::finishSending(const std::function<bool()>& isServerThere) {
     waitForPeriod(lastSend_ + 3, isServerThere);
 }
 
+void PortWriter::awaitConnections(const std::function<bool()>& isServerThere) const {
+    waitForPeriod(finishedPeriods_.load() + 2, isServerThere);
+}
+
 void PortWriter::detach(Port port, const std::function<bool()>& isServerThere) {
     finishSending(isServerThere);
     ports_[indexOf(port)].store(nullptr, std::memory_order_release);

@@ -35,6 +35,10 @@ public:
     /// of a second, and only while `isServerThere` answers true.
     void finishSending(const std::function<bool()>& isServerThere);
 
+    /// Waits, as long at most, until connections made before are in force: the server takes them over
+    /// between two periods.
+    void awaitConnections(const std::function<bool()>& isServerThere) const;
+
     /// Finishes sending, then gives the port up: once this returns it can be unregistered.
     void detach(Port port, const std::function<bool()>& isServerThere);
 

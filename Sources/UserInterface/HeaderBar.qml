@@ -22,8 +22,12 @@ Item {
         anchors.right: stopButton.left
         anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
-        text: root.output.selectedName
-        dot: root.output.isSelectedAvailable ? Theme.secondaryText : Theme.stop
+        text: root.output.summary
+        dot: switch (root.output.reach) {
+        case MidiOutputPresenter.Unavailable: return Theme.stop
+        case MidiOutputPresenter.Unheard: return Theme.quietText
+        default: return Theme.accent
+        }
     }
 
     StopButton {

@@ -16,9 +16,20 @@ QVariantMap entry(const QString& text, MidiObjectRef id) {
 
 MidiOutputPresenter::MidiOutputPresenter(PerformanceController& controller, const MidiOutputManager& midi)
     : controller_(controller), midi_(midi) {
-    connect(&midi_, &MidiOutputManager::destinationsChanged, this, &MidiOutputPresenter::changed);
+    connect(&midi_, &MidiOutputManager::destinationsChanged, this, [this] {
+        rememberNames();
+        Q_EMIT changed();
+    });
     connect(&midi_, &MidiOutputManager::selectedDestinationIDChanged, this, &MidiOutputPresenter::changed);
+    connect(&midi_, &MidiOutputManager::connectionChanged, this, &MidiOutputPresenter::changed);
     connect(&midi_, &MidiOutputManager::statusTextChanged, this, &MidiOutputPresenter::statusTextChanged);
+    rememberNames();
+}
+
+void MidiOutputPresenter::rememberNames() {
+    for (const auto& destination : midi_.destinations()) {
+        names_.insert(destination.id, QString::fromStdString(destination.name));
+    }
 }
 
 QVariantList MidiOutputPresenter::destinations() const {
@@ -26,8 +37,8 @@ QVariantList MidiOutputPresenter::destinations() const {
     for (const auto& destination : midi_.destinations()) {
         entries.append(entry(QString::fromStdString(destination.name), destination.id));
     }
-    if (!isSelectedAvailable()) {
-        entries.append(entry(tr("(not available)"), midi_.selectedDestinationID()));
+    if (!isSelectedThere()) {
+        entries.append(entry(selectedName(), midi_.selectedDestinationID()));
     }
     return entries;
 }
@@ -40,20 +51,40 @@ void MidiOutputPresenter::selectDestination(uint id) {
     controller_.selectDestination(id);
 }
 
-QString MidiOutputPresenter::selectedName() const {
-    for (const auto& candidate : destinations()) {
-        const auto map = candidate.toMap();
-        if (map.value(QStringLiteral("value")).toUInt() == midi_.selectedDestinationID()) {
-            return map.value(QStringLiteral("text")).toString();
-        }
-    }
-    return {};
-}
-
-bool MidiOutputPresenter::isSelectedAvailable() const {
+bool MidiOutputPresenter::isSelectedThere() const {
     const auto id = midi_.selectedDestinationID();
     return id == ownSource ||
            std::ranges::any_of(midi_.destinations(), [id](const auto& known) { return known.id == id; });
+}
+
+QString MidiOutputPresenter::selectedName() const {
+    const auto id = midi_.selectedDestinationID();
+    if (id == ownSource) {
+        return tr("TAVRO Out (virtual)");
+    }
+    const auto name = names_.value(id, tr("Destination %1").arg(id));
+    return isSelectedThere() ? name : tr("%1 (not available)").arg(name);
+}
+
+QString MidiOutputPresenter::summary() const {
+    auto text = selectedName();
+    if (!midi_.isReady()) {
+        text += tr(" · no MIDI");
+    } else if (midi_.selectedDestinationID() == ownSource && midi_.listeners()) {
+        text += *midi_.listeners() == 1 ? tr(" · 1 listener") : tr(" · %1 listeners").arg(*midi_.listeners());
+    }
+    if (midi_.droppedMessages() > 0) {
+        text += tr(" · %1 lost").arg(midi_.droppedMessages());
+    }
+    return text;
+}
+
+MidiOutputPresenter::Reach MidiOutputPresenter::reach() const {
+    if (!midi_.isReady() || !isSelectedThere()) {
+        return Reach::Unavailable;
+    }
+    const bool isUnheard = midi_.selectedDestinationID() == ownSource && midi_.listeners() == std::size_t{0};
+    return isUnheard ? Reach::Unheard : Reach::Reached;
 }
 
 QString MidiOutputPresenter::statusText() const {

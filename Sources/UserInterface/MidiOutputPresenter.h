@@ -3,6 +3,7 @@
 #include "ApplicationShell/PerformanceController.h"
 #include "MidiOutput/MidiOutputManager.h"
 
+#include <QHash>
 #include <QObject>
 #include <QString>
 #include <QVariantList>
@@ -20,19 +21,31 @@ class MidiOutputPresenter : public QObject {
     Q_PROPERTY(QVariantList destinations READ destinations NOTIFY changed)
     /// The value of the chosen entry. Writing it ends what sounds first.
     Q_PROPERTY(uint selectedDestination READ selectedDestination WRITE selectDestination NOTIFY changed)
-    Q_PROPERTY(QString selectedName READ selectedName NOTIFY changed)
-    Q_PROPERTY(bool isSelectedAvailable READ isSelectedAvailable NOTIFY changed)
+    /// The chosen entry in a few words: its name, who listens, what was lost.
+    Q_PROPERTY(QString summary READ summary NOTIFY changed)
+    Q_PROPERTY(Reach reach READ reach NOTIFY changed)
     Q_PROPERTY(QString statusText READ statusText NOTIFY statusTextChanged)
 
 public:
+    /// Whether notes arrive anywhere. In upper case, as the scene's language wants its constants.
+    enum class Reach {
+        /// Somebody gets them, as far as can be known.
+        Reached,
+        /// Nobody listens.
+        Unheard,
+        /// They cannot be sent.
+        Unavailable,
+    };
+    Q_ENUM(Reach)
+
     /// Both must outlive this.
     MidiOutputPresenter(PerformanceController& controller, const MidiOutputManager& midi);
 
     [[nodiscard]] QVariantList destinations() const;
     [[nodiscard]] uint selectedDestination() const;
     void selectDestination(uint id);
-    [[nodiscard]] QString selectedName() const;
-    [[nodiscard]] bool isSelectedAvailable() const;
+    [[nodiscard]] QString summary() const;
+    [[nodiscard]] Reach reach() const;
     [[nodiscard]] QString statusText() const;
 
     /// The stop button.
@@ -43,8 +56,14 @@ Q_SIGNALS:
     void statusTextChanged();
 
 private:
+    void rememberNames();
+    [[nodiscard]] bool isSelectedThere() const;
+    [[nodiscard]] QString selectedName() const;
+
     PerformanceController& controller_;
     const MidiOutputManager& midi_;
+    /// Of every destination seen so far, so that a chosen one that has gone can still be named.
+    QHash<MidiObjectRef, QString> names_;
 };
 
 } // namespace tavro

@@ -81,6 +81,7 @@ TEST_F(KeyboardEventMonitorTest, TheHotkeyFollowsItsFields) {
     desk_.monitor->setHotkeyModifiers(2);
     const KeyEvents controlK{.evdevCode = KEY_K, .key = Qt::Key_K, .modifiers = Qt::ControlModifier};
     EXPECT_TRUE(controlK.press(desk_.window));
+    controlK.release(desk_.window);
     KeyEvents{.evdevCode = KEY_K, .key = Qt::Key_K}.press(desk_.window);
     EXPECT_THAT(desk_.takeLog(), ElementsAre("hotkey", "down k"));
 

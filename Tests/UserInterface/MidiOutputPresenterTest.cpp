@@ -37,8 +37,8 @@ protected:
 
 TEST_F(MidiOutputPresenterTest, TheOwnSourceStandsFirst) {
     EXPECT_THAT(entries(), ElementsAre("0 TAVRO Out (virtual)"));
-    EXPECT_EQ(presenter_.selectedName(), QStringLiteral("TAVRO Out (virtual)"));
-    EXPECT_TRUE(presenter_.isSelectedAvailable());
+    EXPECT_EQ(presenter_.summary(), QStringLiteral("TAVRO Out (virtual)"));
+    EXPECT_EQ(presenter_.reach(), MidiOutputPresenter::Reach::Reached);
 }
 
 TEST_F(MidiOutputPresenterTest, DestinationsFollowTheSystem) {
@@ -53,11 +53,41 @@ TEST_F(MidiOutputPresenterTest, AChosenDestinationThatHasGoneStaysChosen) {
     setDestinations({{70, "Synth", {}}});
     presenter_.selectDestination(70);
     EXPECT_EQ(presenter_.selectedDestination(), 70u);
-    EXPECT_EQ(presenter_.selectedName(), QStringLiteral("Synth"));
+    EXPECT_EQ(presenter_.summary(), QStringLiteral("Synth"));
     setDestinations({});
-    EXPECT_THAT(entries(), ElementsAre("0 TAVRO Out (virtual)", "70 (not available)"));
-    EXPECT_EQ(presenter_.selectedName(), QStringLiteral("(not available)"));
-    EXPECT_FALSE(presenter_.isSelectedAvailable());
+    EXPECT_THAT(entries(), ElementsAre("0 TAVRO Out (virtual)", "70 Synth (not available)"));
+    EXPECT_EQ(presenter_.summary(), QStringLiteral("Synth (not available)"));
+    EXPECT_EQ(presenter_.reach(), MidiOutputPresenter::Reach::Unavailable);
+    setDestinations({{70, "Synth", {}}});
+    EXPECT_EQ(presenter_.reach(), MidiOutputPresenter::Reach::Reached);
+}
+
+TEST_F(MidiOutputPresenterTest, TellsWhoListens) {
+    const auto listen = [this](std::size_t count) {
+        instrument_.system.listenerCount = count;
+        setDestinations({});
+    };
+    listen(0);
+    EXPECT_EQ(presenter_.summary(), QStringLiteral("TAVRO Out (virtual) · 0 listeners"));
+    EXPECT_EQ(presenter_.reach(), MidiOutputPresenter::Reach::Unheard);
+    listen(1);
+    EXPECT_EQ(presenter_.summary(), QStringLiteral("TAVRO Out (virtual) · 1 listener"));
+    EXPECT_EQ(presenter_.reach(), MidiOutputPresenter::Reach::Reached);
+    listen(2);
+    EXPECT_EQ(presenter_.summary(), QStringLiteral("TAVRO Out (virtual) · 2 listeners"));
+}
+
+TEST_F(MidiOutputPresenterTest, TellsWhatWasLost) {
+    instrument_.system.dropped = 3;
+    instrument_.controller.handleKeyDown(U'a');
+    EXPECT_EQ(presenter_.summary(), QStringLiteral("TAVRO Out (virtual) · 3 lost"));
+}
+
+TEST_F(MidiOutputPresenterTest, TellsThatThereIsNoMidi) {
+    instrument_.system.loseConnection();
+    instrument_.actor.runDue();
+    EXPECT_EQ(presenter_.summary(), QStringLiteral("TAVRO Out (virtual) · no MIDI"));
+    EXPECT_EQ(presenter_.reach(), MidiOutputPresenter::Reach::Unavailable);
 }
 
 TEST_F(MidiOutputPresenterTest, ChoosingEndsWhatSounds) {

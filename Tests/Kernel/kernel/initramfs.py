@@ -8,7 +8,7 @@ import tempfile
 from .package import version_of
 from .tools import output_of, tool
 
-FOLDERS = ("bin", "dev", "lower", "modules", "proc", "root", "sys", "upper")
+FOLDERS = ("bin", "dev", "lower", "modules", "new", "proc", "sys", "upper")
 
 
 def build_initramfs(kernel, modules, share, target):

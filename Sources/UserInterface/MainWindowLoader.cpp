@@ -19,7 +19,7 @@ void useOwnFont() {
 
 } // namespace
 
-MainWindowLoader::MainWindowLoader(PerformanceController& controller, const MidiOutputManager& midi,
+MainWindowLoader::MainWindowLoader(PerformanceController& controller, MidiOutputManager& midi,
                                    const KeyEventTranslator& translator)
     : controller_(controller), translator_(translator), settings_(controller), grid_(controller),
       output_(controller, midi) {

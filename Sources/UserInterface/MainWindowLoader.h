@@ -19,7 +19,7 @@ namespace tavro {
 class MainWindowLoader {
 public:
     /// All three must outlive this.
-    MainWindowLoader(PerformanceController& controller, const MidiOutputManager& midi,
+    MainWindowLoader(PerformanceController& controller, MidiOutputManager& midi,
                      const KeyEventTranslator& translator);
 
     /// Creates the main window and shows it. False when it cannot be created; the reasons went to the error

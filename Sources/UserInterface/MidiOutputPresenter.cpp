@@ -14,7 +14,7 @@ QVariantMap entry(const QString& text, MidiObjectRef id) {
 
 } // namespace
 
-MidiOutputPresenter::MidiOutputPresenter(PerformanceController& controller, const MidiOutputManager& midi)
+MidiOutputPresenter::MidiOutputPresenter(PerformanceController& controller, MidiOutputManager& midi)
     : controller_(controller), midi_(midi) {
     connect(&midi_, &MidiOutputManager::destinationsChanged, this, [this] {
         rememberNames();
@@ -89,6 +89,10 @@ MidiOutputPresenter::Reach MidiOutputPresenter::reach() const {
 
 QString MidiOutputPresenter::statusText() const {
     return midi_.statusText();
+}
+
+void MidiOutputPresenter::refresh() {
+    midi_.refreshDestinations();
 }
 
 void MidiOutputPresenter::stopAllNotes() {

@@ -39,7 +39,7 @@ public:
     Q_ENUM(Reach)
 
     /// Both must outlive this.
-    MidiOutputPresenter(PerformanceController& controller, const MidiOutputManager& midi);
+    MidiOutputPresenter(PerformanceController& controller, MidiOutputManager& midi);
 
     [[nodiscard]] QVariantList destinations() const;
     [[nodiscard]] uint selectedDestination() const;
@@ -47,6 +47,9 @@ public:
     [[nodiscard]] QString summary() const;
     [[nodiscard]] Reach reach() const;
     [[nodiscard]] QString statusText() const;
+
+    /// Reads the destinations anew: not every system tells when one of them is renamed.
+    Q_INVOKABLE void refresh();
 
     /// The stop button.
     Q_INVOKABLE void stopAllNotes();
@@ -61,7 +64,7 @@ private:
     [[nodiscard]] QString selectedName() const;
 
     PerformanceController& controller_;
-    const MidiOutputManager& midi_;
+    MidiOutputManager& midi_;
     /// Of every destination seen so far, so that a chosen one that has gone can still be named.
     QHash<MidiObjectRef, QString> names_;
 };

@@ -12,6 +12,8 @@ T.AbstractButton {
     property string label
     readonly property int chosenIndex: choices.findIndex(choice => choice.value === value)
     signal chosen(var value)
+    // Before the list shows, for who wants to bring the choices up to date.
+    signal opening
 
     implicitWidth: 160
     implicitHeight: 38
@@ -20,7 +22,10 @@ T.AbstractButton {
     focusPolicy: Qt.ClickFocus
     Accessible.role: Accessible.ComboBox
     Accessible.name: label
-    onClicked: list.open()
+    onClicked: {
+        opening()
+        list.open()
+    }
 
     function choose(index) {
         const choice = choices[index]

@@ -38,6 +38,7 @@ Rectangle {
         label: outputLabel.text
         choices: root.output.destinations
         value: root.output.selectedDestination
+        onOpening: root.output.refresh()
         onChosen: value => root.output.selectedDestination = value
     }
 

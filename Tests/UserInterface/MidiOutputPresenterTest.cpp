@@ -62,6 +62,14 @@ TEST_F(MidiOutputPresenterTest, AChosenDestinationThatHasGoneStaysChosen) {
     EXPECT_EQ(presenter_.reach(), MidiOutputPresenter::Reach::Reached);
 }
 
+TEST_F(MidiOutputPresenterTest, ReadsNamesAnewWhenAsked) {
+    setDestinations({{70, "Synth", {}}});
+    instrument_.system.destinations[0].displayName = "Organ";
+    EXPECT_THAT(entries(), ElementsAre("0 TAVRO Out (virtual)", "70 Synth"));
+    presenter_.refresh();
+    EXPECT_THAT(entries(), ElementsAre("0 TAVRO Out (virtual)", "70 Organ"));
+}
+
 TEST_F(MidiOutputPresenterTest, TellsWhoListens) {
     const auto listen = [this](std::size_t count) {
         instrument_.system.listenerCount = count;

@@ -60,7 +60,8 @@ void notesForOneThatHasGoneGoNowhere() {
     waitFor([&] { return instrument.listed(vanishing.number()) == nullptr; }, "it to leave the list");
     vanishing.play(62);
     vanishing.expectNobodyHeard();
-    expectEqual(instrument.adapter().droppedMessages(), 5, "dropped messages");
+    // The user has chosen it and sees that it has gone; that is no loss to be alarmed about.
+    expectEqual(instrument.adapter().droppedMessages(), 0, "dropped messages");
 }
 
 void choiceStays() {

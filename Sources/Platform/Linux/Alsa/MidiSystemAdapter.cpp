@@ -96,11 +96,9 @@ void MidiSystemAdapter::send(MidiObjectRef outputPort, MidiObjectRef destination
     }
     // The address may have gone to another program a moment ago, which must not hear these notes.
     watch_->takeNotices();
-    if (!identifiers_.isThere(destination)) {
-        ++dropped_;
-        return;
+    if (identifiers_.isThere(destination)) {
+        deliver(*outputPort_, identifiers_.port(destination)->address, message);
     }
-    deliver(*outputPort_, identifiers_.port(destination)->address, message);
 }
 
 void MidiSystemAdapter::received(MidiObjectRef source, std::span<const std::uint8_t> message) {

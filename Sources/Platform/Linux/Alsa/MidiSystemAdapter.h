@@ -19,7 +19,8 @@ namespace tavro::alsa {
 /// MIDI through the kernel's sequencer. There is one client with at most one source, a port that everybody
 /// may read and subscribe, and at most one output port, from which messages go straight to a destination and
 /// which no other program lists. Events are delivered at once and are not queued; when a receiver has no
-/// room, or is gone, the message is dropped and counted, and the main thread never waits.
+/// room the message is dropped and counted, and the main thread never waits. What is sent to a destination
+/// that has gone goes nowhere.
 ///
 /// A destination is a port of another client that may be written and subscribed; its number is that of
 /// `DestinationIdentifiers`. Its names are told on as long as the program runs, also when it has gone. The

@@ -10,8 +10,10 @@ endif()
 
 find_program(TAVRO_CCACHE ccache)
 if(TAVRO_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    set(CMAKE_CXX_COMPILER_LAUNCHER "${TAVRO_CCACHE}")
-    set(CMAKE_OBJCXX_COMPILER_LAUNCHER "${TAVRO_CCACHE}")
+    # Without the folder's own path in the key, a second clone finds what the first has compiled.
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        env CCACHE_NOHASHDIR=1 "CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}" "${TAVRO_CCACHE}")
+    set(CMAKE_OBJCXX_COMPILER_LAUNCHER ${CMAKE_CXX_COMPILER_LAUNCHER})
 endif()
 
 # Every target of the project, and nothing of a library, is compiled with these.

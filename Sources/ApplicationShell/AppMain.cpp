@@ -1,4 +1,5 @@
 #include "ApplicationShell/ApplicationOptions.h"
+#include "ApplicationShell/MidiSystemChooser.h"
 #include "ApplicationShell/PerformanceController.h"
 #include "ApplicationShell/QtMainActor.h"
 #include "Platform/Headless/KeyEventTranslatorAdapter.h"
@@ -13,6 +14,7 @@
 #include <memory>
 
 #if defined(Q_OS_LINUX)
+#include "Platform/Linux/Alsa/MidiSystemAdapter.h"
 #include "Platform/Linux/DetectableAutorepeat.h"
 #include "Platform/Linux/Jack/MidiSystemAdapter.h"
 #include "Platform/Linux/KeyEventTranslatorAdapter.h"
@@ -29,18 +31,24 @@ constexpr int success = 0;
 constexpr int failure = 1;
 constexpr int badUsage = 2;
 
-std::unique_ptr<MidiSystem> makeMidiSystem([[maybe_unused]] MainActor& mainActor) {
+std::unique_ptr<MidiSystem> makeMidiSystem(const QString& name, [[maybe_unused]] MainActor& mainActor) {
+    const MidiSystemChooser chooser({
 #if defined(Q_OS_LINUX)
-    return std::make_unique<jack::MidiSystemAdapter>(mainActor);
+        {QStringLiteral("alsa"), [&] { return std::make_unique<alsa::MidiSystemAdapter>(mainActor); }},
+        {QStringLiteral("jack"), [&] { return std::make_unique<jack::MidiSystemAdapter>(mainActor); }},
 #elif defined(Q_OS_MACOS)
-    return std::make_unique<macos::MidiSystemAdapter>();
-#else
-    // Nothing is reached here, and the status text has to say so.
+        {QStringLiteral("coremidi"), [] { return std::make_unique<macos::MidiSystemAdapter>(); }},
+#endif
+    });
+    auto choice = chooser.choose(name);
+    if (choice.system != nullptr) {
+        return std::move(choice.system);
+    }
+    // Nothing is reached, and the status text has to say so.
     auto headless = std::make_unique<headless::MidiSystemAdapter>();
-    headless->clientStatus = -1;
+    headless->clientStatus = choice.failures.empty() ? -1 : choice.failures.back().status;
     headless->recordsMessages = false;
     return headless;
-#endif
 }
 
 std::unique_ptr<KeyEventTranslator> makeKeyEventTranslator() {
@@ -75,7 +83,7 @@ int selfTest() {
 
 int runApplication(const ApplicationOptions& options) {
     QtMainActor mainActor;
-    const auto midiSystem = makeMidiSystem(mainActor);
+    const auto midiSystem = makeMidiSystem(options.midi, mainActor);
     MidiOutputManager midi(*midiSystem, mainActor);
     if (options.printsStatus) {
         printStatusTexts(midi);
@@ -130,7 +138,8 @@ int main(int argc, char* argv[]) {
     QCoreApplication::setApplicationName(QStringLiteral("tavro"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TAVRO_VERSION));
     try {
-        return run(ApplicationOptions::parse(QCoreApplication::arguments()));
+        return run(
+            ApplicationOptions::parse(QCoreApplication::arguments(), qEnvironmentVariable("TAVRO_MIDI")));
     } catch (const ApplicationOptions::Error& error) {
         std::cerr << "tavro: " << error.what() << "\n" << ApplicationOptions::helpText().toStdString();
         return badUsage;

@@ -1,5 +1,6 @@
 #include "ApplicationShell/ApplicationOptions.h"
 
+#include "ApplicationShell/MidiSystemChooser.h"
 #include "PerformanceModel/PerformanceStateCoding.h"
 
 #include <QCommandLineParser>
@@ -14,6 +15,11 @@ QCommandLineOption hidden(QCommandLineOption option) {
 }
 
 struct Options {
+    QCommandLineOption midi{
+        QStringLiteral("midi"),
+        QStringLiteral("The MIDI system to use; auto takes the first that is there. Without the option the "
+                       "environment variable TAVRO_MIDI says it, with the same values."),
+        QStringLiteral("auto|alsa|jack")};
     QCommandLineOption version{QStringLiteral("version"), QStringLiteral("Prints the version.")};
     QCommandLineOption help{QStringLiteral("help"), QStringLiteral("Prints this help.")};
     QCommandLineOption selfTest = hidden(QCommandLineOption(QStringLiteral("self-test")));
@@ -24,7 +30,7 @@ struct Options {
     void addTo(QCommandLineParser& parser) const {
         parser.setApplicationDescription(
             QStringLiteral("Turns the typing keyboard into a MIDI instrument controller."));
-        parser.addOptions({version, help, selfTest, state, printStatus});
+        parser.addOptions({midi, version, help, selfTest, state, printStatus});
     }
 };
 
@@ -38,9 +44,18 @@ PerformanceState decodeState(const std::string& text) {
     }
 }
 
+QString checkedMidi(const std::string& origin, const QString& value) {
+    if (!MidiSystemChooser::isName(value)) {
+        throw ApplicationOptions::Error(origin + " is auto, alsa or jack, not \"" + value.toStdString() +
+                                        "\"");
+    }
+    return value;
+}
+
 } // namespace
 
-ApplicationOptions ApplicationOptions::parse(const QStringList& arguments) {
+ApplicationOptions ApplicationOptions::parse(const QStringList& arguments,
+                                             const QString& midiFromEnvironment) {
     const Options options;
     QCommandLineParser parser;
     options.addTo(parser);
@@ -60,6 +75,13 @@ ApplicationOptions ApplicationOptions::parse(const QStringList& arguments) {
     }
     if (parser.isSet(options.state)) {
         parsed.initialState = decodeState(parser.value(options.state).toStdString());
+    }
+    if (parser.isSet(options.midi)) {
+        parsed.midi = checkedMidi("--midi", parser.value(options.midi));
+    } else if (!midiFromEnvironment.isEmpty()) {
+        parsed.midi = checkedMidi("TAVRO_MIDI", midiFromEnvironment);
+    } else {
+        parsed.midi = MidiSystemChooser::automatic();
     }
     parsed.printsStatus = parser.isSet(options.printStatus);
     return parsed;

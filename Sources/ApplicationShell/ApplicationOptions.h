@@ -23,9 +23,13 @@ struct ApplicationOptions {
     PerformanceState initialState;
     /// Whether every status text is printed, for tests that look at the program from outside.
     bool printsStatus = false;
+    /// The MIDI system to use: a name of `MidiSystemChooser`.
+    QString midi;
 
-    /// `arguments` begin with the program's name. Throws `Error`.
-    [[nodiscard]] static ApplicationOptions parse(const QStringList& arguments);
+    /// `arguments` begin with the program's name. `midiFromEnvironment` is the value of TAVRO_MIDI, which
+    /// holds where no option says otherwise; empty is none. Throws `Error`.
+    [[nodiscard]] static ApplicationOptions parse(const QStringList& arguments,
+                                                  const QString& midiFromEnvironment = {});
 
     [[nodiscard]] static QString helpText();
 };

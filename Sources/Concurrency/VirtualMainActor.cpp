@@ -33,8 +33,9 @@ void VirtualMainActor::runToEnd() {
     }
 }
 
-bool VirtualMainActor::hasWork() const {
-    return std::ranges::any_of(queue_, [](const auto& entry) { return !entry.second.expired(); });
+std::optional<std::chrono::nanoseconds> VirtualMainActor::nextDue() const {
+    const auto next = std::ranges::find_if(queue_, [](const auto& entry) { return !entry.second.expired(); });
+    return next == queue_.end() ? std::nullopt : std::optional(next->first.due);
 }
 
 void VirtualMainActor::runFirst() {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 
 namespace tavro {
 
@@ -28,7 +29,10 @@ public:
     void runToEnd();
 
     /// Whether work is waiting that was not cancelled.
-    [[nodiscard]] bool hasWork() const;
+    [[nodiscard]] bool hasWork() const { return nextDue().has_value(); }
+
+    /// When the next work that was not cancelled is due; nothing when none is waiting.
+    [[nodiscard]] std::optional<std::chrono::nanoseconds> nextDue() const;
 
 private:
     struct Key {

@@ -1,8 +1,15 @@
+#include "ApplicationShell/MidiSystemChooser.h"
+#include "ApplicationShell/QtMainActor.h"
 #include "ApplicationShell/TAVROPreset.h"
 #include "PerformanceModel/JsonDecoding.h"
+#include "Platform/Headless/MidiSystemAdapter.h"
+#include "Platform/Posix/TerminationSignals.h"
+#include "Player/DestinationChoice.h"
+#include "Player/LivePacer.h"
 #include "Player/MidiFile.h"
 #include "Player/PlayerOptions.h"
 #include "Player/ScriptPlayer.h"
+#include "Player/VirtualPacer.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -12,6 +19,13 @@
 #include <memory>
 #include <stdexcept>
 
+#if defined(Q_OS_LINUX)
+#include "Platform/Linux/Alsa/MidiSystemAdapter.h"
+#include "Platform/Linux/Jack/MidiSystemAdapter.h"
+#elif defined(Q_OS_MACOS)
+#include "Platform/MacOS/MidiSystemAdapter.h"
+#endif
+
 namespace {
 
 using namespace tavro;
@@ -19,6 +33,7 @@ using namespace tavro;
 constexpr int success = 0;
 constexpr int failure = 1;
 constexpr int badUsage = 2;
+constexpr int endedBySignal = 130;
 
 /// Passes everything on, and records the messages for a file.
 class RecordingOutput final : public PlayerOutput {
@@ -77,7 +92,75 @@ PerformanceState readPreset(const QString& path) {
     }
 }
 
-void play(const PlayerOptions& options, const KeyScript& script) {
+std::unique_ptr<MidiSystem> openMidiSystem(const QString& name, [[maybe_unused]] MainActor& mainActor) {
+    const MidiSystemChooser chooser({
+#if defined(Q_OS_LINUX)
+        {QStringLiteral("alsa"), [&] { return std::make_unique<alsa::MidiSystemAdapter>(mainActor); }},
+        {QStringLiteral("jack"), [&] { return std::make_unique<jack::MidiSystemAdapter>(mainActor); }},
+#elif defined(Q_OS_MACOS)
+        {QStringLiteral("coremidi"), [] { return std::make_unique<macos::MidiSystemAdapter>(); }},
+#endif
+    });
+    auto choice = chooser.choose(name);
+    if (choice.system == nullptr) {
+        throw std::runtime_error("no MIDI system can be used for --live " + name.toStdString() + ": " +
+                                 choice.reasons());
+    }
+    return std::move(choice.system);
+}
+
+void listDestinations(const PlayerOptions& options) {
+    QtMainActor mainActor;
+    const auto midiSystem =
+        openMidiSystem(options.live.isEmpty() ? MidiSystemChooser::automatic() : options.live, mainActor);
+    const MidiOutputManager midi(*midiSystem, mainActor);
+    std::cout << DestinationChoice::list(midi.destinations());
+}
+
+int playLive(const PlayerOptions& options, const KeyScript& script, const PerformanceState& state,
+             PlayerOutput& output) {
+    // Who reads along reads what sounds now.
+    std::cout << std::unitbuf;
+    QtMainActor mainActor;
+    const auto midiSystem = openMidiSystem(options.live, mainActor);
+    LivePacer pacer;
+    auto status = success;
+    const posix::TerminationSignals signals([&] {
+        status = endedBySignal;
+        pacer.interrupt();
+    });
+    ScriptPlayer player(output, *midiSystem, pacer, state);
+    if (!player.midi().isReady()) {
+        throw std::runtime_error(player.midi().statusText().toStdString());
+    }
+    if (!options.destination.isEmpty()) {
+        player.selectDestination(
+            DestinationChoice::find(player.midi().destinations(), options.destination.toStdString()));
+    }
+    player.play(script);
+    player.quit();
+    if (player.hasLostMidiSystem()) {
+        std::cerr << "tavro-play: the MIDI system has gone before the script was at its end\n";
+        return failure;
+    }
+    if (const auto dropped = player.midi().droppedMessages(); dropped != 0) {
+        std::cerr << "tavro-play: the MIDI system has lost " << dropped << " messages\n";
+        return failure;
+    }
+    return status;
+}
+
+int playAtOnce(const KeyScript& script, const PerformanceState& state, PlayerOutput& output) {
+    headless::MidiSystemAdapter midiSystem;
+    midiSystem.recordsMessages = false;
+    VirtualPacer pacer;
+    ScriptPlayer player(output, midiSystem, pacer, state);
+    player.play(script);
+    player.runOut();
+    return success;
+}
+
+int play(const PlayerOptions& options, const KeyScript& script) {
     const auto state = options.presetFile.isEmpty() ? PerformanceState() : readPreset(options.presetFile);
     std::unique_ptr<PlayerOutput> printer;
     if (options.format == PlayerOptions::Format::jsonLines) {
@@ -87,17 +170,17 @@ void play(const PlayerOptions& options, const KeyScript& script) {
     }
     MidiFile file;
     RecordingOutput output(*printer, file);
-    ScriptPlayer(output, state).play(script);
-    if (!std::cout.flush()) {
-        throw std::runtime_error("standard output cannot be written");
-    }
+    const auto status =
+        options.live.isEmpty() ? playAtOnce(script, state, output) : playLive(options, script, state, output);
     if (!options.midiFile.isEmpty()) {
         writeFile(options.midiFile, file.bytes());
     }
+    return status;
 }
 
 int run(const QStringList& arguments) {
     const auto options = PlayerOptions::parse(arguments);
+    auto status = success;
     switch (options.task) {
     case PlayerOptions::Task::showHelp:
         std::cout << PlayerOptions::helpText().toStdString();
@@ -105,13 +188,19 @@ int run(const QStringList& arguments) {
     case PlayerOptions::Task::showVersion:
         std::cout << "tavro-play " TAVRO_VERSION "\n";
         break;
+    case PlayerOptions::Task::listDestinations:
+        listDestinations(options);
+        break;
     case PlayerOptions::Task::play: {
         const auto text = readFile(options.script);
-        play(options, KeyScript::parse({text.constData(), static_cast<std::size_t>(text.size())}));
+        status = play(options, KeyScript::parse({text.constData(), static_cast<std::size_t>(text.size())}));
         break;
     }
     }
-    return success;
+    if (!std::cout.flush()) {
+        throw std::runtime_error("standard output cannot be written");
+    }
+    return status;
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "Player/PlayerOptions.h"
 
+#include "ApplicationShell/MidiSystemChooser.h"
+
 #include <QCommandLineParser>
 
 namespace tavro {
@@ -16,16 +18,34 @@ struct Options {
     QCommandLineOption preset{QStringLiteral("preset"),
                               QStringLiteral("Starts with the settings of a preset."),
                               QStringLiteral("FILE.tvp")};
+    QCommandLineOption live{
+        QStringLiteral("live"),
+        QStringLiteral("Plays in real time to a MIDI system, through the port \"TAVRO Out\" unless a "
+                       "destination is chosen. The end of the script silences everything."),
+        QStringLiteral("auto|alsa|jack")};
+    QCommandLineOption destination{
+        QStringLiteral("destination"),
+        QStringLiteral("With --live: plays to this destination and to nothing else. The name is the one "
+                       "that --list-destinations shows; its number is taken too."),
+        QStringLiteral("NAME")};
+    QCommandLineOption listDestinations{
+        QStringLiteral("list-destinations"),
+        QStringLiteral("Prints the number and the name of each destination of the MIDI system that --live "
+                       "names (auto without it), and ends.")};
     QCommandLineOption version{QStringLiteral("version"), QStringLiteral("Prints the version.")};
     QCommandLineOption help{QStringLiteral("help"), QStringLiteral("Prints this help.")};
 
     void addTo(QCommandLineParser& parser) const {
         parser.setApplicationDescription(QStringLiteral(
-            "Plays a key script without a window, in virtual time, and prints the MIDI messages."));
+            "Plays a key script without a window, and prints the MIDI messages. Without --live it does not "
+            "wait: the time of the script is virtual.\n\n"
+            "Exit status: 0 when the script was played; 1 for a failure, the loss of the MIDI system among "
+            "them; 2 for wrong usage or a wrong script; 130 when a signal ended live playing, after "
+            "everything was silenced."));
         parser.addPositionalArgument(QStringLiteral("SCRIPT"),
                                      QStringLiteral("The key script; - or nothing is standard input."),
                                      QStringLiteral("[SCRIPT|-]"));
-        parser.addOptions({format, out, preset, version, help});
+        parser.addOptions({format, out, preset, live, destination, listDestinations, version, help});
     }
 };
 
@@ -59,6 +79,26 @@ PlayerOptions PlayerOptions::parse(const QStringList& arguments) {
     }
     if (!positional.isEmpty()) {
         parsed.script = positional.first();
+    }
+    parsed.live = parser.value(options.live);
+    if (parser.isSet(options.live) && !MidiSystemChooser::isName(parsed.live)) {
+        throw Error("--live is auto, alsa or jack, not \"" + parsed.live.toStdString() + "\"");
+    }
+    parsed.destination = parser.value(options.destination);
+    if (parser.isSet(options.listDestinations)) {
+        if (!positional.isEmpty() || parser.isSet(options.destination)) {
+            throw Error("--list-destinations plays nothing; give it neither a script nor --destination");
+        }
+        parsed.task = Task::listDestinations;
+        return parsed;
+    }
+    if (parser.isSet(options.destination)) {
+        if (parsed.live.isEmpty()) {
+            throw Error("--destination needs --live");
+        }
+        if (parsed.destination.isEmpty()) {
+            throw Error("--destination needs a name");
+        }
     }
     parsed.midiFile = parser.value(options.out);
     parsed.presetFile = parser.value(options.preset);

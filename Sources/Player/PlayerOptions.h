@@ -9,7 +9,7 @@ namespace tavro {
 
 /// What the command line of `tavro-play` asks for.
 struct PlayerOptions {
-    enum class Task { play, showHelp, showVersion };
+    enum class Task { play, listDestinations, showHelp, showVersion };
     enum class Format { text, jsonLines };
 
     /// Wrong usage; `what()` says what is wrong.
@@ -25,6 +25,10 @@ struct PlayerOptions {
     QString midiFile;
     /// Empty for the default settings.
     QString presetFile;
+    /// The MIDI system to play to in real time: a name of `MidiSystemChooser`. Empty for virtual time.
+    QString live;
+    /// A destination's name or number; empty for the program's own source. Only set when playing live.
+    QString destination;
 
     /// `arguments` begin with the program's name. Throws `Error`.
     [[nodiscard]] static PlayerOptions parse(const QStringList& arguments);

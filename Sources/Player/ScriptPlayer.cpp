@@ -5,25 +5,63 @@
 
 namespace tavro {
 
-ScriptPlayer::ScriptPlayer(PlayerOutput& output, const PerformanceState& initialState)
-    : output_(output), midi_(midiSystem_, mainActor_), controller_(midi_, mainActor_, initialState) {
-    midiSystem_.recordsMessages = false;
-    midiSystem_.onMessage = [this](const auto& message) { output_.midi(time(), message.bytes); };
+ScriptPlayer::ScriptPlayer(PlayerOutput& output, MidiSystem& midiSystem, Pacer& pacer,
+                           const PerformanceState& initialState)
+    : output_(output), pacer_(pacer), midiSystem_(midiSystem), midi_(midiSystem_, mainActor_),
+      controller_(midi_, mainActor_, initialState) {
+    midiSystem_.onMessage = [this](auto message) { output_.midi(time(), message); };
+    midiSystem_.onLoss = [this] {
+        hasLostMidiSystem_ = true;
+        pacer_.interrupt();
+    };
+    // The real time is never exactly the virtual one. A message that is out before a command which comes
+    // close to it could neither be cancelled by that command nor stand behind what it sends.
+    midiSystem_.mayGoAhead = [this](auto delay) { return mainActor_.now() + delay <= nextCommandTime_; };
 }
 
 void ScriptPlayer::play(const KeyScript& script) {
-    for (const auto& command : script.commands) {
-        mainActor_.runDue();
-        std::visit([this](const auto& kind) { run(kind); }, command);
-        if (hasQuit_) {
-            break;
+    for (auto command = script.commands.begin(); command != script.commands.end(); ++command) {
+        if (hasQuit_ || !passUntil(mainActor_.now())) {
+            return;
+        }
+        const auto next = std::next(command);
+        const auto* wait = next == script.commands.end() ? nullptr : std::get_if<KeyScript::At>(&*next);
+        nextCommandTime_ = wait == nullptr ? mainActor_.now() : std::chrono::milliseconds(wait->milliseconds);
+        std::visit([this](const auto& kind) { run(kind); }, *command);
+    }
+}
+
+void ScriptPlayer::runOut() {
+    while (const auto due = mainActor_.nextDue()) {
+        if (!passUntil(*due)) {
+            return;
         }
     }
-    mainActor_.runToEnd();
+}
+
+void ScriptPlayer::quit() {
+    // What the system has told meanwhile, its own end above all, comes first.
+    mainActor_.runDue();
+    controller_.shutDown();
+    mainActor_.runDue();
+}
+
+bool ScriptPlayer::passUntil(std::chrono::nanoseconds time) {
+    for (auto due = mainActor_.nextDue(); due && *due <= time; due = mainActor_.nextDue()) {
+        if (!pacer_.waitUntil(*due)) {
+            return false;
+        }
+        mainActor_.runUntil(*due);
+    }
+    if (!pacer_.waitUntil(time)) {
+        return false;
+    }
+    mainActor_.runUntil(time);
+    return true;
 }
 
 void ScriptPlayer::run(const KeyScript::At& command) {
-    mainActor_.runUntil(std::chrono::milliseconds(command.milliseconds));
+    passUntil(std::chrono::milliseconds(command.milliseconds));
 }
 
 void ScriptPlayer::run(const KeyScript::Down& command) {
@@ -58,7 +96,7 @@ void ScriptPlayer::run(const KeyScript::Show& /*command*/) {
 }
 
 void ScriptPlayer::run(const KeyScript::Quit& /*command*/) {
-    controller_.shutDown();
+    quit();
     hasQuit_ = true;
 }
 

@@ -5,14 +5,14 @@
 namespace tavro {
 namespace {
 
-ApplicationOptions parse(QStringList arguments) {
+ApplicationOptions parse(QStringList arguments, const QString& midiFromEnvironment = {}) {
     arguments.prepend(QStringLiteral("tavro"));
-    return ApplicationOptions::parse(arguments);
+    return ApplicationOptions::parse(arguments, midiFromEnvironment);
 }
 
-std::string errorOf(const QStringList& arguments) {
+std::string errorOf(const QStringList& arguments, const QString& midiFromEnvironment = {}) {
     try {
-        (void)parse(arguments);
+        (void)parse(arguments, midiFromEnvironment);
     } catch (const ApplicationOptions::Error& error) {
         return error.what();
     }
@@ -37,6 +37,21 @@ TEST(ApplicationOptions, takeSettings) {
     EXPECT_EQ(options.initialState, (PerformanceState{.velocity = 3}));
 }
 
+TEST(ApplicationOptions, chooseTheMidiSystemByOptionThenEnvironmentThenByItself) {
+    const QStringList jack{QStringLiteral("--midi"), QStringLiteral("jack")};
+    EXPECT_EQ(parse({}).midi, QStringLiteral("auto"));
+    EXPECT_EQ(parse({}, QStringLiteral("alsa")).midi, QStringLiteral("alsa"));
+    EXPECT_EQ(parse(jack).midi, QStringLiteral("jack"));
+    EXPECT_EQ(parse(jack, QStringLiteral("alsa")).midi, QStringLiteral("jack"));
+}
+
+TEST(ApplicationOptions, refuseMidiSystemsThatNobodyKnows) {
+    EXPECT_EQ(errorOf({QStringLiteral("--midi"), QStringLiteral("oss")}),
+              "--midi is auto, alsa or jack, not \"oss\"");
+    EXPECT_EQ(errorOf({QStringLiteral("--midi"), QString()}), "--midi is auto, alsa or jack, not \"\"");
+    EXPECT_EQ(errorOf({}, QStringLiteral("oss")), "TAVRO_MIDI is auto, alsa or jack, not \"oss\"");
+}
+
 TEST(ApplicationOptions, refuseWhatTheyDoNotUnderstand) {
     EXPECT_EQ(errorOf({QStringLiteral("song.mid")}), "unexpected argument \"song.mid\"");
     EXPECT_NE(errorOf({QStringLiteral("--loud")}).find("loud"), std::string::npos);
@@ -48,6 +63,8 @@ TEST(ApplicationOptions, refuseWhatTheyDoNotUnderstand) {
 TEST(ApplicationOptions, helpShowsWhatUsersNeedAndNoMore) {
     const auto help = ApplicationOptions::helpText();
     EXPECT_TRUE(help.contains(QStringLiteral("--version")));
+    EXPECT_TRUE(help.contains(QStringLiteral("--midi")));
+    EXPECT_TRUE(help.contains(QStringLiteral("TAVRO_MIDI")));
     EXPECT_FALSE(help.contains(QStringLiteral("--self-test")));
 }
 

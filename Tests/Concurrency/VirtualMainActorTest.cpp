@@ -37,6 +37,20 @@ TEST_F(VirtualTime, StandsStillAtZero) {
     EXPECT_EQ(actor.now(), 0ns);
 }
 
+TEST_F(VirtualTime, TellsWhenTheNextWorkIsDue) {
+    EXPECT_EQ(actor.nextDue(), std::nullopt);
+    const auto late = actor.after(30ms, noting("late"));
+    auto early = actor.after(10ms, noting("early"));
+    EXPECT_EQ(actor.nextDue(), 10ms);
+    early.cancel();
+    EXPECT_EQ(actor.nextDue(), 30ms);
+    actor.runUntil(5ms);
+    actor.post(noting("posted"));
+    EXPECT_EQ(actor.nextDue(), 5ms);
+    actor.runToEnd();
+    EXPECT_EQ(actor.nextDue(), std::nullopt);
+}
+
 TEST_F(VirtualTime, PostedWorkRunsInOrderAndNotAtOnce) {
     actor.post(noting("one"));
     actor.post(noting("two"));

@@ -33,8 +33,6 @@ ALLOWED_FILES = {
     "PerformanceModel/PerformanceState.h": {"KeyboardMapping/KeyboardLayoutKind.h"},
     # Which keys stand for a chord's notes can only be told by asking what each key would play.
     "KeyboardMapping/KeyboardHighlightResolver.cpp": {"NoteEngine/ChordVoicing.h"},
-    # Virtual time always plays to the recording adapter; there is nothing to choose.
-    "Player/ScriptPlayer.h": {"Platform/Headless/MidiSystemAdapter.h"},
 }
 
 # The places that choose the adapters: they may include every folder, and ask for the platform.

@@ -6,6 +6,12 @@
 //   route ID                prepares the route
 //   timed COUNT             that many note-ons at the source, at odd times; tells the server's frame time
 //                           right before and right after each: {"timed":[[before,after],...]}
+//   strum STEP COUNT        schedules that many note-ons at the source, STEP ms apart, and blocks the main
+//   thread
+//                           for 30 ms at a time until they are over; the times as for `timed`:
+//                           {"strum":[...]}
+//   cancel DELAY AFTER      schedules one note-on, blocks for AFTER ms and takes it back; {"cancelled":true}
+//   hammer MS               calls about routes and destinations without a pause; {"hammered":calls}
 //   flood COUNT             that many three-byte messages at once; {"dropped":N}
 //   quit                    32 messages at the source, then at once the disposal in the program's order
 // Each notice of the adapter is {"changed":true}.
@@ -79,6 +85,12 @@ public:
             adapter_.prepareRoute(port_.reference, destination);
         } else if (command == "timed" && words >> count) {
             sendTimed(count);
+        } else if (unsigned first = 0; command == "strum" && words >> first >> count) {
+            strum(std::chrono::milliseconds(first), count);
+        } else if (unsigned second = 0; command == "cancel" && words >> first >> second) {
+            cancel(std::chrono::milliseconds(first), std::chrono::milliseconds(second));
+        } else if (command == "hammer" && words >> count) {
+            hammer(std::chrono::milliseconds(count));
         } else if (command == "flood" && words >> count) {
             flood(count);
         } else if (command == "quit") {
@@ -119,6 +131,59 @@ private:
             jack_client_close(clock);
         }
         print({{"timed", times}});
+    }
+
+    /// No timer and no event of the main thread can help meanwhile.
+    static void block(std::chrono::milliseconds time) { std::this_thread::sleep_for(time); }
+
+    void strum(std::chrono::milliseconds step, std::size_t count) {
+        auto* const clock = jack_client_open("Clock", JackNoStartServer, nullptr);
+        auto times = Json::array();
+        std::vector<tavro::MidiTicket> tickets;
+        auto delay = step;
+        for (std::size_t number = 0; clock != nullptr && number < count; ++number, delay += step) {
+            const std::array<std::uint8_t, 3> message{0x90, static_cast<std::uint8_t>(number), 1};
+            const auto before = jack_frame_time(clock);
+            const auto ticket = adapter_.schedule(source_.reference, 0, message, delay);
+            if (ticket) {
+                tickets.push_back(*ticket);
+            }
+            times.push_back({before, jack_frame_time(clock)});
+        }
+        constexpr std::chrono::milliseconds pause(30);
+        for (std::chrono::milliseconds time(0); time < delay; time += pause) {
+            block(pause);
+        }
+        for (const auto ticket : tickets) {
+            adapter_.settle(ticket);
+        }
+        if (clock != nullptr) {
+            jack_client_close(clock);
+        }
+        print({{"strum", times}});
+    }
+
+    void cancel(std::chrono::milliseconds delay, std::chrono::milliseconds after) {
+        const std::array<std::uint8_t, 3> message{0x90, 60, 1};
+        const auto ticket = adapter_.schedule(source_.reference, 0, message, delay);
+        block(after);
+        print({{"cancelled", ticket ? Json(adapter_.cancel(*ticket)) : Json(nullptr)}});
+    }
+
+    void hammer(std::chrono::milliseconds time) {
+        const auto end = std::chrono::steady_clock::now() + time;
+        std::size_t calls = 0;
+        for (; std::chrono::steady_clock::now() < end; ++calls) {
+            const std::array<std::uint8_t, 3> message{0xB0, 7, static_cast<std::uint8_t>(calls % 128)};
+            const auto count = adapter_.numberOfDestinations();
+            const auto id = count == 0 ? 0 : adapter_.destination(calls % count);
+            adapter_.send(port_.reference, id, message);
+            adapter_.received(source_.reference, message);
+            static_cast<void>(adapter_.displayName(id));
+            static_cast<void>(adapter_.listeners(source_.reference));
+            static_cast<void>(adapter_.schedule(port_.reference, id, message, std::chrono::milliseconds(5)));
+        }
+        print({{"hammered", calls}});
     }
 
     void flood(std::size_t count) {

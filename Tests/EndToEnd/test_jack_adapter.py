@@ -3,9 +3,10 @@
 import itertools
 import unittest
 
+from harness.adapter_probe import Probe
 from harness.jack_server import PERIOD, JackServer, is_server_there, isolate_from_servers
 from harness.recorder import SOURCE, Recorder
-from harness.sandbox import built_program, tool
+from harness.sandbox import tool
 from harness.testcase import EndToEndTest
 from harness.waiting import wait_for
 
@@ -15,33 +16,6 @@ NOTE_OFF = [128, 60, 0]
 MADE = {"status": 0, "isMade": True}
 FAILURE = 0x01
 SERVER_FAILED = 0x10
-
-
-class Probe:
-    """The adapter in a program of its own, driven by commands."""
-
-    def __init__(self, sandbox):
-        self.program = sandbox.start("JackAdapterProbe", [built_program("TAVRO_JACK_ADAPTER_PROBE")])
-        self.program.ends_with_input = True
-        self.creations = self.program.wait_for_object(lambda line: "client" in line, "its creations")
-
-    def tell(self, *words):
-        self.program.write(" ".join(str(word) for word in words))
-
-    def ask(self, answer, *words):
-        count = len(self._answers(answer))
-        self.tell(*words)
-        wait_for(lambda: len(self._answers(answer)) > count, f"the answer to {words}")
-        return self._answers(answer)[-1]
-
-    def destinations(self):
-        return self.ask("destinations", "destinations")
-
-    def changes(self):
-        return len(self._answers("changed"))
-
-    def _answers(self, name):
-        return [line[name] for line in self.program.objects if name in line]
 
 
 class JackAdapterTest(EndToEndTest):
@@ -92,6 +66,15 @@ class JackAdapterTest(EndToEndTest):
                 {"id": 1, "displayName": "The Synthesizer", "name": "Synth:in"},
                 {"id": 2, "displayName": None, "name": "Sampler:in"},
             ],
+        )
+
+    def test_name_that_a_killed_program_left_behind_is_not_shown(self):
+        probe = Probe(self.sandbox)
+        # What a port inherits that gets the number of one of ours.
+        Recorder(self.sandbox, sources=(), inputs=("in",), name="Synth", pretty="TAVRO Out")
+        self.assertEqual(
+            self.wait_for_destinations(probe, ["Synth:in"]),
+            [{"id": 1, "displayName": None, "name": "Synth:in"}],
         )
 
     def test_changes_of_the_graph_are_announced(self):

@@ -36,10 +36,13 @@ class ServerGoesTest(StageTest):
         self.assert_notes([("on", 60), ("off", 60)])
         self.server.program.process.terminate()
         self.server.program.wait_for_end()
-        self.display.tap("s")
-        self.application.wait_for_status("Note Off C#4".__eq__, "the second note's end")
+        self.application.wait_for_status("MIDI Verbindung verloren".__eq__, "the loss")
+        self.display.tap("s", "d")
         self.display.tap("alt+F4")
         self.assertEqual(self.application.program.wait_for_end(), 0)
+        texts = self.application.status_texts()
+        told = texts[texts.index("MIDI Verbindung verloren") :]
+        self.assertEqual([text for text in told if text.startswith("Note")], [])
 
 
 if __name__ == "__main__":

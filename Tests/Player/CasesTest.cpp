@@ -1,5 +1,5 @@
 #include "Player/KeyScript.h"
-#include "Player/ScriptPlayer.h"
+#include "Player/PlayedAtOnce.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -69,7 +69,7 @@ TEST_P(Cases, printsWhatIsExpected) {
     expectedPath.replace_extension(".jsonl");
     std::ostringstream printed;
     JsonLinesOutput output(printed);
-    ScriptPlayer(output).play(KeyScript::parse(contentOf(GetParam())));
+    playedAtOnce(KeyScript::parse(contentOf(GetParam())), output);
 
     const auto actual = comparable(printed.str());
     const auto expected = comparable(contentOf(expectedPath));

@@ -1,5 +1,7 @@
 #include "Player/ScriptPlayer.h"
 
+#include "Player/PlayedAtOnce.h"
+
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -10,7 +12,7 @@ namespace {
 std::string printed(std::string_view script, const PerformanceState& state = {}) {
     std::ostringstream stream;
     JsonLinesOutput output(stream);
-    ScriptPlayer(output, state).play(KeyScript::parse(script));
+    playedAtOnce(KeyScript::parse(script), output, state);
     return stream.str();
 }
 
@@ -49,7 +51,7 @@ TEST(ScriptPlayer, startsWithTheGivenSettings) {
 TEST(TextOutput, saysTheMessageInBytesAndWords) {
     std::ostringstream stream;
     TextOutput output(stream);
-    ScriptPlayer(output).play(KeyScript::parse("set humanizeVelocity 0\nat 1500\ndown s\nshow\nup s\nshow"));
+    playedAtOnce(KeyScript::parse("set humanizeVelocity 0\nat 1500\ndown s\nshow\nup s\nshow"), output);
     EXPECT_EQ(stream.str(), "    1500 ms  90 3D 64  Note On C#4 velocity 100 channel 1\n"
                             "    1500 ms  chord C#4; pressed s; lit s; status Note On C#4\n"
                             "    1500 ms  80 3D 00  Note Off C#4 channel 1\n"
@@ -59,7 +61,7 @@ TEST(TextOutput, saysTheMessageInBytesAndWords) {
 TEST(TextOutput, namesThePanicMessages) {
     std::ostringstream stream;
     TextOutput output(stream);
-    ScriptPlayer(output).play(KeyScript::parse("panic"));
+    playedAtOnce(KeyScript::parse("panic"), output);
     EXPECT_TRUE(stream.str().starts_with("       0 ms  B0 7B 00  All Notes Off channel 1\n"
                                          "       0 ms  B0 78 00  All Sound Off channel 1\n"));
 }

@@ -28,7 +28,10 @@ class Usage(unittest.TestCase):
     def test_help_and_version(self):
         result = play("--help")
         self.assertEqual(result.returncode, 0)
-        for option in ("--format", "--out", "--preset", "--version", "SCRIPT"):
+        for option in (
+            *("--format", "--out", "--preset", "--version", "SCRIPT"),
+            *("--live", "--destination", "--list-destinations"),
+        ):
             self.assertIn(option, result.stdout)
         result = play("--version")
         self.assertEqual(result.returncode, 0)
@@ -40,6 +43,13 @@ class Usage(unittest.TestCase):
             (["--format", "xml"], '--format is text or jsonl, not "xml"'),
             (["a.keys", "b.keys"], "b.keys"),
             (["--out"], "out"),
+            (["--live"], "live"),
+            (["--live", "oss"], '--live is auto, alsa or jack, not "oss"'),
+            (["--live", ""], '--live is auto, alsa or jack, not ""'),
+            (["--destination", "Synth"], "--destination needs --live"),
+            (["--live", "jack", "--destination", ""], "--destination needs a name"),
+            (["--list-destinations", "a.keys"], "--list-destinations plays nothing"),
+            (["--list-destinations", "--destination", "Synth"], "--list-destinations plays nothing"),
         ):
             with self.subTest(arguments=arguments):
                 result = play(*arguments)

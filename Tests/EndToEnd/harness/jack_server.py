@@ -18,7 +18,9 @@ _numbers = itertools.count(1)
 def isolate_from_servers(sandbox):
     """Points the sandbox's programs at a server name that nobody else uses. Returns the name."""
     name = f"tavro-{os.getpid()}-{next(_numbers)}"
-    sandbox.environment |= {"JACK_DEFAULT_SERVER": name, "JACK_NO_AUDIO_RESERVATION": "1"}
+    servers = {"JACK_DEFAULT_SERVER": name, "JACK_NO_AUDIO_RESERVATION": "1"}
+    # Elsewhere there is an ALSA sequencer too, which the program would prefer.
+    sandbox.environment |= servers | {"TAVRO_MIDI": "jack"}
     return name
 
 
@@ -31,10 +33,20 @@ class JackServer:
         self.name = isolate_from_servers(sandbox)
         driver = ["-d", "dummy", "-p", self._period, "-r", RATE]
         self._command = [tool("jackd"), "-n", self.name, "-r", *driver]
-        self.program = sandbox.start("jackd", self._command)
+        self._start()
+
+    def _start(self):
+        self.program = self._sandbox.start("jackd", self._command)
         self.program.before_end = self._wait_for_clients_to_go
         self.program.after_end = self._clear_up
-        wait_for(lambda: is_server_there(sandbox), "the JACK server")
+        wait_for(lambda: is_server_there(self._sandbox), "the JACK server")
+
+    def restart(self):
+        """Starts a new server of the same name. The one before must have ended."""
+        self.program.wait_for_end()
+        # The new one takes over what it has left.
+        self.program.after_end = lambda: None
+        self._start()
 
     def _wait_for_clients_to_go(self):
         # A server that is ended while it still mourns a client that died may hang.

@@ -8,6 +8,8 @@ from .program import Program
 
 PACKAGES = {
     "Xvfb": "xvfb",
+    "fluidsynth": "fluidsynth",
+    "jack_connect": "jackd2",
     "jack_lsp": "jackd2",
     "jack_property": "jackd2",
     "jackd": "jackd2",

@@ -6,15 +6,10 @@
 
 namespace tavro::jack {
 
-GraphWatch::GraphWatch(jack_client_t& client, MainActor& mainActor, std::function<void()> onChange)
-    : mainActor_(mainActor), onChange_(std::move(onChange)) {
-    jack_on_shutdown(
-        &client,
-        [](void* self) {
-            static_cast<GraphWatch*>(self)->isServerThere_.store(false);
-            static_cast<GraphWatch*>(self)->announce();
-        },
-        this);
+GraphWatch::GraphWatch(jack_client_t& client, MainActor& mainActor, std::function<void()> onChange,
+                       std::function<void()> onLoss)
+    : mainActor_(mainActor), onChange_(std::move(onChange)), onLoss_(std::move(onLoss)) {
+    jack_on_shutdown(&client, [](void* self) { static_cast<GraphWatch*>(self)->announceLoss(); }, this);
     jack_set_client_registration_callback(
         &client, [](const char*, int, void* self) { static_cast<GraphWatch*>(self)->announce(); }, this);
     jack_set_port_registration_callback(
@@ -47,7 +42,22 @@ void GraphWatch::announce() {
         }
         // Before the call: a change that comes while it runs needs another one.
         isAnnounced_.store(false);
-        onChange_();
+        const auto onChange = onChange_;
+        onChange();
+    });
+}
+
+void GraphWatch::announceLoss() {
+    if (!isServerThere_.exchange(false)) {
+        return;
+    }
+    announce();
+    mainActor_.post([this, life = std::weak_ptr(life_)] {
+        if (life.expired()) {
+            return;
+        }
+        const auto onLoss = onLoss_;
+        onLoss();
     });
 }
 

@@ -62,12 +62,19 @@ MidiCreation MidiSystemAdapter::createClient(std::string_view name, std::functio
         return failure(status == jack_status_t{} ? JackFailure : status);
     }
     writer_ = std::make_unique<PortWriter>(*client_);
-    watch_ = std::make_unique<GraphWatch>(*client_, mainActor_, [this, onChange = std::move(onChange)] {
-        followRoute();
-        if (onChange) {
-            onChange();
-        }
-    });
+    watch_ = std::make_unique<GraphWatch>(
+        *client_, mainActor_,
+        [this, onChange = std::move(onChange)] {
+            followRoute();
+            if (onChange) {
+                onChange();
+            }
+        },
+        [this] {
+            if (const auto onLoss = onLoss_) {
+                onLoss();
+            }
+        });
     if (jack_activate(client_) != 0) {
         disposeClient(clientReference);
         return failure(JackFailure);
@@ -91,8 +98,8 @@ std::size_t MidiSystemAdapter::numberOfDestinations() {
     destinations_.clear();
     if (isConnected()) {
         const PortNames names(jack_get_ports(client_, nullptr, JACK_DEFAULT_MIDI_TYPE, JackPortIsInput));
-        for (const auto portName : names) {
-            const auto* port = jack_port_by_name(client_, portName.data());
+        for (const auto* const portName : names) {
+            const auto* port = jack_port_by_name(client_, portName);
             if (port != nullptr && jack_port_is_mine(client_, port) == 0) {
                 destinations_.push_back(identifiers_.identifierOf(portName));
             }
@@ -111,7 +118,11 @@ std::optional<std::string> MidiSystemAdapter::displayName(MidiObjectRef destinat
         return std::nullopt;
     }
     auto* port = jack_port_by_name(client_, portName->c_str());
-    return port == nullptr ? std::nullopt : prettyName(port);
+    const auto name = port == nullptr ? std::nullopt : prettyName(port);
+    // A port gets the number of one that is gone, and with it whatever name that one has left behind: when
+    // this program was killed, its own.
+    const auto isLeftBehind = name && (*name == outputPort_.name || *name == source_.name);
+    return isLeftBehind ? std::nullopt : name;
 }
 
 std::optional<std::string> MidiSystemAdapter::name(MidiObjectRef destination) {
@@ -124,7 +135,8 @@ void MidiSystemAdapter::prepareRoute(MidiObjectRef outputPort, MidiObjectRef des
         return;
     }
     if (isConnected()) {
-        // What was sent before still goes where it was sent to.
+        // What was sent before still goes where it was sent to, and what has time still goes nowhere else.
+        writer_->giveUpScheduled(PortWriter::Port::output);
         writer_->finishSending([this] { return isConnected(); });
     }
     route_ = destination;
@@ -150,6 +162,44 @@ void MidiSystemAdapter::received(MidiObjectRef source, std::span<const std::uint
     }
 }
 
+std::optional<MidiTicket> MidiSystemAdapter::schedule(MidiObjectRef portOrSource, MidiObjectRef destination,
+                                                      std::span<const std::uint8_t> message,
+                                                      std::chrono::nanoseconds delay) {
+    if (!isConnected()) {
+        return std::nullopt;
+    }
+    if (portOrSource == sourceReference) {
+        return writer_->schedule(PortWriter::Port::source, message, delay);
+    }
+    if (portOrSource != outputPortReference) {
+        return std::nullopt;
+    }
+    prepareRoute(portOrSource, destination);
+    return writer_->schedule(PortWriter::Port::output, message, delay);
+}
+
+bool MidiSystemAdapter::cancel(MidiTicket ticket) {
+    return writer_ != nullptr && writer_->cancel(ticket);
+}
+
+void MidiSystemAdapter::settle(MidiTicket ticket) {
+    if (writer_ != nullptr) {
+        writer_->settle(ticket);
+    }
+}
+
+void MidiSystemAdapter::setLossHandler(std::function<void()> onLoss) {
+    onLoss_ = std::move(onLoss);
+}
+
+std::optional<std::size_t> MidiSystemAdapter::listeners(MidiObjectRef source) {
+    if (source != sourceReference || source_.port == nullptr || !isConnected()) {
+        return std::nullopt;
+    }
+    const auto connections = jack_port_connected(source_.port);
+    return connections < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(connections));
+}
+
 void MidiSystemAdapter::disposePort(MidiObjectRef outputPort) {
     if (outputPort == outputPortReference) {
         disposePort(PortWriter::Port::output, outputPort_);
@@ -169,16 +219,17 @@ void MidiSystemAdapter::disposeClient(MidiObjectRef client) {
     // Closing ends the server's calls, so that what they work on can go after it, and not before.
     jack_client_close(client_);
     client_ = nullptr;
-    outputPort_ = nullptr;
-    source_ = nullptr;
+    outputPort_ = {};
+    source_ = {};
     watch_.reset();
+    droppedBefore_ += writer_->droppedMessages();
     writer_.reset();
     destinations_.clear();
     route_ = 0;
 }
 
 std::uint64_t MidiSystemAdapter::droppedMessages() const {
-    return writer_ == nullptr ? 0 : writer_->droppedMessages();
+    return droppedBefore_ + (writer_ == nullptr ? 0 : writer_->droppedMessages());
 }
 
 bool MidiSystemAdapter::isConnected() const {
@@ -186,50 +237,52 @@ bool MidiSystemAdapter::isConnected() const {
 }
 
 MidiCreation MidiSystemAdapter::createPort(MidiObjectRef client, std::string_view name, PortWriter::Port kind,
-                                           jack_port_t*& port) {
-    if (client != clientReference || !isConnected() || port != nullptr) {
+                                           OwnPort& port) {
+    if (client != clientReference || !isConnected() || port.port != nullptr) {
         return failure(JackFailure);
     }
     const std::string portName(name);
-    port = jack_port_register(client_, portName.c_str(), JACK_DEFAULT_MIDI_TYPE, JackPortIsOutput, 0);
-    if (port == nullptr) {
+    auto* const made =
+        jack_port_register(client_, portName.c_str(), JACK_DEFAULT_MIDI_TYPE, JackPortIsOutput, 0);
+    if (made == nullptr) {
         return failure(JackFailure);
     }
+    port = {.port = made, .uuid = jack_port_uuid(made), .name = portName};
     // Only for the eyes: a server without metadata shows the plain name.
-    jack_set_property(client_, jack_port_uuid(port), JACK_METADATA_PRETTY_NAME, portName.c_str(),
-                      "text/plain");
-    writer_->attach(kind, *port);
+    jack_set_property(client_, port.uuid, JACK_METADATA_PRETTY_NAME, portName.c_str(), "text/plain");
+    writer_->attach(kind, *made);
     return {};
 }
 
-void MidiSystemAdapter::disposePort(PortWriter::Port kind, jack_port_t*& port) {
-    if (port == nullptr) {
+void MidiSystemAdapter::disposePort(PortWriter::Port kind, OwnPort& port) {
+    if (port.port == nullptr) {
         return;
     }
     writer_->detach(kind, [this] { return isConnected(); });
+    // The names outlive the server, and its successor gives the port's number to another port.
+    jack_remove_property(client_, port.uuid, JACK_METADATA_PRETTY_NAME);
     if (isConnected()) {
-        jack_remove_property(client_, jack_port_uuid(port), JACK_METADATA_PRETTY_NAME);
-        jack_port_unregister(client_, port);
+        jack_port_unregister(client_, port.port);
     }
-    port = nullptr;
+    port = {};
 }
 
 void MidiSystemAdapter::followRoute() {
-    if (outputPort_ == nullptr || !isConnected()) {
+    if (outputPort_.port == nullptr || !isConnected()) {
         return;
     }
     const auto* wanted = identifiers_.portName(route_);
     auto isThere = false;
-    const PortNames connections(jack_port_get_all_connections(client_, outputPort_));
-    for (const auto portName : connections) {
+    const PortNames connections(jack_port_get_all_connections(client_, outputPort_.port));
+    for (const auto* const portName : connections) {
         if (wanted != nullptr && portName == *wanted) {
             isThere = true;
         } else {
-            jack_disconnect(client_, jack_port_name(outputPort_), portName.data());
+            jack_disconnect(client_, jack_port_name(outputPort_.port), portName);
         }
     }
     if (wanted != nullptr && !isThere && jack_port_by_name(client_, wanted->c_str()) != nullptr) {
-        jack_connect(client_, jack_port_name(outputPort_), wanted->c_str());
+        jack_connect(client_, jack_port_name(outputPort_.port), wanted->c_str());
     }
 }
 

@@ -6,7 +6,9 @@
 #include "Platform/Linux/Jack/GraphWatch.h"
 #include "Platform/Linux/Jack/PortWriter.h"
 
+#include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -28,7 +30,12 @@ namespace tavro::jack {
 /// client, the bit of a general failure (-1) for a port that the server refused, for a second object of a
 /// kind and for a client that does not exist.
 ///
-/// When the server goes, destinations become empty, sending does nothing, and the change is announced.
+/// A scheduled message goes out one period after its time, as everything does, and exactly to the frame.
+/// What is scheduled when its port is disposed or its route changes is taken back and counted as dropped.
+///
+/// When the server goes or throws the client out, destinations become empty, sending does nothing, and the
+/// change is announced before the loss. Once the client is disposed a new one can be made as soon as a
+/// server is there.
 class MidiSystemAdapter final : public MidiSystem {
 public:
     /// The actor must outlive this.
@@ -47,29 +54,47 @@ public:
               std::span<const std::uint8_t> message) override;
     void received(MidiObjectRef source, std::span<const std::uint8_t> message) override;
 
+    [[nodiscard]] std::optional<MidiTicket> schedule(MidiObjectRef portOrSource, MidiObjectRef destination,
+                                                     std::span<const std::uint8_t> message,
+                                                     std::chrono::nanoseconds delay) override;
+    [[nodiscard]] bool cancel(MidiTicket ticket) override;
+    void settle(MidiTicket ticket) override;
+    void setLossHandler(std::function<void()> onLoss) override;
+    [[nodiscard]] std::optional<std::size_t> listeners(MidiObjectRef source) override;
+
     /// These two return once what was sent before has gone over the wire, or after a bounded wait.
     void disposePort(MidiObjectRef outputPort) override;
     void disposeEndpoint(MidiObjectRef source) override;
 
     void disposeClient(MidiObjectRef client) override;
 
-    /// How many messages were accepted and could not be brought to a port, since the client was created.
+    /// How many messages were accepted and could not be brought to a port. Those that were on their way when
+    /// the server went are not among them: the loss tells of them.
     [[nodiscard]] std::uint64_t droppedMessages() const override;
 
 private:
+    struct OwnPort {
+        jack_port_t* port = nullptr;
+        jack_uuid_t uuid = 0;
+        std::string name;
+    };
+
     [[nodiscard]] bool isConnected() const;
     [[nodiscard]] MidiCreation createPort(MidiObjectRef client, std::string_view name, PortWriter::Port kind,
-                                          jack_port_t*& port);
-    void disposePort(PortWriter::Port kind, jack_port_t*& port);
+                                          OwnPort& port);
+    void disposePort(PortWriter::Port kind, OwnPort& port);
     void followRoute();
 
     MainActor& mainActor_;
+    std::function<void()> onLoss_;
     jack_client_t* client_ = nullptr;
     std::unique_ptr<PortWriter> writer_;
     std::unique_ptr<GraphWatch> watch_;
-    jack_port_t* outputPort_ = nullptr;
-    jack_port_t* source_ = nullptr;
+    OwnPort outputPort_;
+    OwnPort source_;
     MidiObjectRef route_ = 0;
+    /// By the clients that are disposed.
+    std::uint64_t droppedBefore_ = 0;
     DestinationIdentifiers identifiers_;
     /// As they were when their number was asked for.
     std::vector<MidiObjectRef> destinations_;

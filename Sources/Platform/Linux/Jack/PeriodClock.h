@@ -1,7 +1,9 @@
 #pragma once
 
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
+#include <optional>
 
 namespace tavro::jack {
 
@@ -17,6 +19,21 @@ namespace tavro::jack {
     const auto last = std::int64_t{frames} - 1;
     return static_cast<std::uint32_t>(
         std::clamp(std::max(wanted, std::int64_t{earliest}), std::int64_t{0}, last));
+}
+
+/// How many frames a delay is, to the nearest; one that is negative is none. Nothing when it is so long that
+/// the stamp at its end could not be told from one that is past.
+[[nodiscard]] constexpr std::optional<std::uint32_t> framesIn(std::chrono::nanoseconds delay,
+                                                              std::uint32_t rate) {
+    constexpr std::int64_t billion = 1'000'000'000;
+    constexpr std::int64_t longest = std::int64_t{1} << 30U;
+    const auto wanted = std::max(delay, std::chrono::nanoseconds(0)).count();
+    const auto seconds = wanted / billion;
+    if (seconds > longest / std::max(rate, 1U)) {
+        return std::nullopt;
+    }
+    const auto frames = seconds * rate + (wanted % billion * rate + billion / 2) / billion;
+    return frames > longest ? std::nullopt : std::optional(static_cast<std::uint32_t>(frames));
 }
 
 } // namespace tavro::jack

@@ -6,7 +6,7 @@ namespace tavro::jack {
 
 PortNames::PortNames(const char** names) : names_(names) {
     for (auto** name = names_; name != nullptr && *name != nullptr; ++name) {
-        views_.emplace_back(*name);
+        list_.push_back(*name);
     }
 }
 

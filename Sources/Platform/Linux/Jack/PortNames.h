@@ -1,12 +1,11 @@
 #pragma once
 
-#include <string_view>
 #include <vector>
 
 namespace tavro::jack {
 
 /// A list of port names as libjack hands it out; null is an empty one. Gives it back when destroyed, and the
-/// views with it.
+/// names with it.
 class PortNames {
 public:
     explicit PortNames(const char** names);
@@ -14,14 +13,13 @@ public:
     PortNames& operator=(const PortNames&) = delete;
     ~PortNames();
 
-    /// Each ends with a NUL character behind its last.
-    [[nodiscard]] auto begin() const { return views_.begin(); }
+    [[nodiscard]] auto begin() const { return list_.begin(); }
 
-    [[nodiscard]] auto end() const { return views_.end(); }
+    [[nodiscard]] auto end() const { return list_.end(); }
 
 private:
     const char** names_;
-    std::vector<std::string_view> views_;
+    std::vector<const char*> list_;
 };
 
 } // namespace tavro::jack

@@ -5,7 +5,6 @@
 #include <jack/midiport.h>
 
 #include <algorithm>
-#include <chrono>
 #include <thread>
 
 namespace tavro::jack {
@@ -15,6 +14,21 @@ namespace {
 std::size_t indexOf(PortWriter::Port port) {
     return static_cast<std::size_t>(port);
 }
+
+/// The ports' buffers for the running period; null where there is no port.
+class PortBuffers final : public PeriodTarget {
+public:
+    void set(std::size_t port, void* buffer) { buffers_[port] = buffer; }
+
+    [[nodiscard]] bool hasPort(std::uint16_t port) const override { return buffers_[port] != nullptr; }
+
+    [[nodiscard]] std::uint8_t* reserve(std::uint16_t port, std::uint32_t offset, std::size_t size) override {
+        return jack_midi_event_reserve(buffers_[port], offset, size);
+    }
+
+private:
+    std::array<void*, portCount> buffers_{};
+};
 
 } // namespace
 
@@ -30,8 +44,9 @@ void PortWriter::attach(Port port, jack_port_t& target) {
 }
 
 void PortWriter::finishSending(const std::function<bool()>& isServerThere) {
-    if (!ring_.isEmpty()) {
-        waitFor([this] { return ring_.isEmpty(); }, isServerThere);
+    const auto isTaken = [this] { return ring_.isEmpty() && !scheduled_.isSettledOneWaiting(); };
+    if (!isTaken()) {
+        waitFor(isTaken, isServerThere);
         // The period that took the last message may be running still; the readers of this port run in it
         // too, and are done when the next one is over.
         waitForPeriod(finishedPeriods_.load() + 2, isServerThere);
@@ -46,6 +61,9 @@ void PortWriter::awaitConnections(const std::function<bool()>& isServerThere) co
 }
 
 void PortWriter::detach(Port port, const std::function<bool()>& isServerThere) {
+    if (isServerThere()) {
+        giveUpScheduled(port);
+    }
     finishSending(isServerThere);
     ports_[indexOf(port)].store(nullptr, std::memory_order_release);
     waitForPeriod(finishedPeriods_.load() + 1, isServerThere);
@@ -56,37 +74,48 @@ void PortWriter::send(Port port, std::span<const std::uint8_t> message) {
         return;
     }
     lastSend_ = finishedPeriods_.load();
-    if (!ring_.push(jack_frame_time(&client_), static_cast<std::uint16_t>(port), message)) {
+    const auto stamp = scheduled_.stampAfterSettled(jack_frame_time(&client_));
+    if (!ring_.push(stamp, static_cast<std::uint16_t>(port), message)) {
         dropped_.fetch_add(1, std::memory_order_relaxed);
     }
 }
 
+std::optional<MidiTicket> PortWriter::schedule(Port port, std::span<const std::uint8_t> message,
+                                               std::chrono::nanoseconds delay) {
+    // Counted in frames of the nominal rate: the server's conversion of a time to come stretches the length
+    // that it measured of the last period, whose error of some microseconds grows with every period to come.
+    const auto frames = framesIn(delay, jack_get_sample_rate(&client_));
+    if (!frames || ports_[indexOf(port)].load(std::memory_order_relaxed) == nullptr) {
+        return std::nullopt;
+    }
+    return scheduled_.add(jack_frame_time(&client_) + *frames, static_cast<std::uint16_t>(port), message);
+}
+
+bool PortWriter::cancel(MidiTicket ticket) {
+    lastSend_ = finishedPeriods_.load();
+    return scheduled_.cancel(ticket);
+}
+
+void PortWriter::settle(MidiTicket ticket) {
+    lastSend_ = finishedPeriods_.load();
+    scheduled_.settle(ticket);
+}
+
+void PortWriter::giveUpScheduled(Port port) {
+    dropped_.fetch_add(scheduled_.cancelAll(static_cast<std::uint16_t>(port)), std::memory_order_relaxed);
+}
+
 int PortWriter::process(jack_nframes_t frames) {
-    std::array<void*, portCount> buffers{};
-    std::array<jack_nframes_t, portCount> earliest{};
-    for (std::size_t index = 0; index < portCount; ++index) {
+    PortBuffers buffers;
+    for (std::size_t index = 0; index < ports_.size(); ++index) {
         if (auto* port = ports_[index].load(std::memory_order_acquire)) {
-            buffers[index] = jack_port_get_buffer(port, frames);
-            jack_midi_clear_buffer(buffers[index]);
+            auto* const buffer = jack_port_get_buffer(port, frames);
+            jack_midi_clear_buffer(buffer);
+            buffers.set(index, buffer);
         }
     }
-    const auto periodStart = jack_last_frame_time(&client_);
-    while (const auto head = ring_.front()) {
-        auto* const buffer = buffers[head->port];
-        if (buffer == nullptr) {
-            ring_.discard();
-            dropped_.fetch_add(1, std::memory_order_relaxed);
-            continue;
-        }
-        const auto offset = offsetOnePeriodLater(head->stamp, periodStart, frames, earliest[head->port]);
-        auto* const place = jack_midi_event_reserve(buffer, offset, head->size);
-        if (place == nullptr) {
-            // The port is full for this period. What is left goes out with the next one, in order.
-            break;
-        }
-        ring_.pop({place, head->size});
-        earliest[head->port] = offset;
-    }
+    const auto lost = merge_.fill(jack_last_frame_time(&client_), frames, buffers);
+    dropped_.fetch_add(lost, std::memory_order_relaxed);
     finishedPeriods_.fetch_add(1);
     return 0;
 }

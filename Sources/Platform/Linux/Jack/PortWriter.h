@@ -1,12 +1,16 @@
 #pragma once
 
+#include "MidiOutput/MidiSystem.h"
+#include "Platform/Linux/Jack/MessageMerge.h"
 #include "Platform/Linux/Jack/MessageRing.h"
+#include "Platform/Linux/Jack/ScheduledMessages.h"
 
 #include <array>
 #include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 
 #include <jack/jack.h>
@@ -31,26 +35,42 @@ public:
     /// From the next period on, messages for this port go here.
     void attach(Port port, jack_port_t& target);
 
-    /// Waits until everything sent before has gone over the wire: no longer than a few periods and a tenth
-    /// of a second, and only while `isServerThere` answers true.
+    /// Waits until everything sent and settled before has gone over the wire: no longer than a few periods
+    /// and a tenth of a second, and only while `isServerThere` answers true.
     void finishSending(const std::function<bool()>& isServerThere);
 
     /// Waits, as long at most, until connections made before are in force: the server takes them over
     /// between two periods.
     void awaitConnections(const std::function<bool()>& isServerThere) const;
 
-    /// Finishes sending, then gives the port up: once this returns it can be unregistered.
+    /// Gives up what is scheduled for the port, finishes sending, then gives the port up: once this returns
+    /// it can be unregistered.
     void detach(Port port, const std::function<bool()>& isServerThere);
 
     /// Sends one message now. One for a port that is not attached is ignored.
     void send(Port port, std::span<const std::uint8_t> message);
+
+    /// Sends one message after a delay, exactly to the frame. Nothing when it is empty or longer than
+    /// `ScheduledMessages::longestMessage`, when too many wait, when the delay is of hours, and when the port
+    /// is not attached.
+    [[nodiscard]] std::optional<MidiTicket> schedule(Port port, std::span<const std::uint8_t> message,
+                                                     std::chrono::nanoseconds delay);
+
+    /// Takes a scheduled message back. False when the server's thread has taken it: then what is sent from
+    /// now on goes out after it.
+    [[nodiscard]] bool cancel(MidiTicket ticket);
+
+    /// What is sent from now on goes out after the scheduled message.
+    void settle(MidiTicket ticket);
+
+    /// Takes back what is scheduled for the port and not settled, and counts it as lost.
+    void giveUpScheduled(Port port);
 
     /// How many messages were lost because the ring was full, they were no message (empty or longer than
     /// `MessageRing::longestMessage`), or their port was given up. Any thread.
     [[nodiscard]] std::uint64_t droppedMessages() const { return dropped_.load(std::memory_order_relaxed); }
 
 private:
-    static constexpr std::size_t portCount = 2;
     static constexpr std::size_t ringBytes = 16384;
 
     int process(jack_nframes_t frames);
@@ -59,7 +79,9 @@ private:
 
     jack_client_t& client_;
     MessageRing ring_{ringBytes};
-    std::array<std::atomic<jack_port_t*>, portCount> ports_{};
+    ScheduledMessages scheduled_;
+    MessageMerge merge_{ring_, scheduled_};
+    std::array<std::atomic<jack_port_t*>, PeriodTarget::portCount> ports_{};
     std::atomic<std::uint64_t> finishedPeriods_ = 0;
     /// The count of finished periods when the last message was sent.
     std::uint64_t lastSend_ = 0;

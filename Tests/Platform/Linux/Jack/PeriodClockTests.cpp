@@ -57,5 +57,28 @@ TEST(PeriodClock, LateByExactlyOnePeriodWhereverTheStampLies) {
     }
 }
 
+TEST(PeriodClock, DelaysAreRoundedToTheNearestFrame) {
+    using namespace std::chrono_literals;
+    EXPECT_EQ(framesIn(5ms, 48000), 240U);
+    EXPECT_EQ(framesIn(5ms, 44100), 221U);
+    EXPECT_EQ(framesIn(10ms, 44100), 441U);
+    EXPECT_EQ(framesIn(1s, 192000), 192000U);
+    EXPECT_EQ(framesIn(10us, 48000), 0U);
+    EXPECT_EQ(framesIn(11us, 48000), 1U);
+    EXPECT_EQ(framesIn(90min + 500ms, 48000), 259'224'000U);
+}
+
+TEST(PeriodClock, DelayBeforeNowIsNone) {
+    EXPECT_EQ(framesIn(std::chrono::seconds(-3), 48000), 0U);
+    EXPECT_EQ(framesIn(std::chrono::nanoseconds::min(), 48000), 0U);
+}
+
+TEST(PeriodClock, DelayThatTheCounterCannotTellIsRefused) {
+    EXPECT_EQ(framesIn(std::chrono::hours(7), 48000), std::nullopt);
+    EXPECT_EQ(framesIn(std::chrono::nanoseconds::max(), 48000), std::nullopt);
+    EXPECT_EQ(framesIn(std::chrono::nanoseconds::max(), 1), std::nullopt);
+    EXPECT_TRUE(framesIn(std::chrono::hours(6), 48000).has_value());
+}
+
 } // namespace
 } // namespace tavro::jack

@@ -1,0 +1,75 @@
+// The least that brings a key to JACK: a plain X window, and the program's own JACK adapter behind it, so
+// that the toolkit and the instrument are all that the program adds. Every key plays one note.
+// Usage: bare_client CLIENT-NAME (its port is "Out", its window has the client's name). Ends with SIGTERM.
+
+#include "Concurrency/MainActor.h"
+#include "Platform/Linux/Jack/MidiSystemAdapter.h"
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+
+#include <X11/XKBlib.h>
+#include <X11/Xlib.h>
+
+namespace {
+
+/// Nobody here asks what happens in the graph, so nothing that is posted needs to run.
+class DeafActor final : public tavro::MainActor {
+public:
+    void post(Action /*action*/) override {}
+
+    [[nodiscard]] tavro::ScheduledTask after(std::chrono::nanoseconds /*delay*/, Action /*action*/) override {
+        return {};
+    }
+
+    [[nodiscard]] std::chrono::nanoseconds now() const override {
+        return std::chrono::steady_clock::now().time_since_epoch();
+    }
+};
+
+constexpr std::uint8_t note = 60;
+constexpr std::array<std::uint8_t, 3> noteOn{0x90, note, 100};
+constexpr std::array<std::uint8_t, 3> noteOff{0x80, note, 0};
+
+Window openWindow(Display* display, const char* name) {
+    constexpr unsigned width = 400;
+    constexpr unsigned height = 300;
+    const auto root = DefaultRootWindow(display);
+    const auto window = XCreateSimpleWindow(display, root, 0, 0, width, height, 0, 0, 0);
+    XStoreName(display, window, name);
+    XSelectInput(display, window, KeyPressMask | KeyReleaseMask);
+    XMapRaised(display, window);
+    XFlush(display);
+    return window;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::fputs("usage: bare_client CLIENT-NAME\n", stderr);
+        return 2;
+    }
+    DeafActor actor;
+    tavro::jack::MidiSystemAdapter midi(actor);
+    const auto client = midi.createClient(argv[1], {});
+    const auto source = midi.createSource(client.reference, "Out");
+    auto* const display = XOpenDisplay(nullptr);
+    if (source.status != 0 || display == nullptr) {
+        std::fputs("bare_client: no JACK server or no display\n", stderr);
+        return 1;
+    }
+    XkbSetDetectableAutoRepeat(display, True, nullptr);
+    openWindow(display, argv[1]);
+    for (;;) {
+        XEvent event{};
+        XNextEvent(display, &event);
+        if (event.type == KeyPress) {
+            midi.received(source.reference, noteOn);
+        } else if (event.type == KeyRelease) {
+            midi.received(source.reference, noteOff);
+        }
+    }
+}

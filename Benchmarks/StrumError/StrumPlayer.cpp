@@ -1,0 +1,106 @@
+// Plays strummed chords through the program's own controller and JACK adapter, with the program's real window
+// in front, which repaints all of itself all the time. A second client notes where the notes arrive. Output,
+// one JSON object a line:
+//   {"ready":true,"rate":48000,"period":256}
+//   {"exact":true,"step_ms":5,"errors_us":[...],"missing":0,"xruns":0,"lost":0,"delay_us":5400.0}
+//   {"frames":1234,"seconds":20.5,"refusals":0,"dropped":0}
+// An error is a note's place in time, counted from the place of the first note of its chord, less what was
+// planned; the delay is that of the first note, counted from the moment of the press.
+// Usage: strum_player CHORDS STEP...   (chords of each step and way; steps in milliseconds)
+
+#include "ApplicationShell/PerformanceController.h"
+#include "ApplicationShell/QtMainActor.h"
+#include "Common/ArrivalRecorder.h"
+#include "MidiOutput/MidiOutputManager.h"
+#include "Platform/Headless/KeyEventTranslatorAdapter.h"
+#include "Platform/Linux/Jack/MidiSystemAdapter.h"
+#include "StrumError/ContinuousRepaint.h"
+#include "StrumError/StrumSession.h"
+#include "StrumError/SwitchableScheduling.h"
+#include "UserInterface/MainWindowLoader.h"
+
+#include <QElapsedTimer>
+#include <QGuiApplication>
+
+#include <nlohmann/json.hpp>
+
+#include <chrono>
+#include <iostream>
+#include <stdexcept>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using namespace tavro;
+using Json = nlohmann::ordered_json;
+
+PerformanceState chordsOfManyNotes() {
+    PerformanceState state;
+    state.scaleName = "Major";
+    state.chordMode = ChordMode::eleventh;
+    state.voicingComplexity = 100;
+    state.maxChordNotes = 8;
+    return state;
+}
+
+void connect(bench::ArrivalRecorder& recorder) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+    while (!recorder.connectSources()) {
+        if (std::chrono::steady_clock::now() > deadline) {
+            throw std::runtime_error("the own port did not appear");
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+}
+
+int play(unsigned chords, std::vector<int> steps) {
+    QtMainActor mainActor;
+    jack::MidiSystemAdapter adapter(mainActor);
+    bench::SwitchableScheduling scheduling(adapter);
+    MidiOutputManager midi(scheduling, mainActor);
+    PerformanceController controller(midi, mainActor, chordsOfManyNotes());
+    const headless::KeyEventTranslatorAdapter translator;
+    MainWindowLoader loader(controller, midi, translator);
+    if (!loader.load()) {
+        throw std::runtime_error("the window could not be made");
+    }
+    bench::ContinuousRepaint repaint(*loader.window());
+    bench::ArrivalRecorder recorder("Arrivals", {"TAVRO:TAVRO Out"});
+    connect(recorder);
+    std::cout << Json{{"ready", true}, {"rate", recorder.rate()}, {"period", recorder.period()}} << std::endl;
+
+    bench::StrumSession session({controller, scheduling, recorder, mainActor}, chords, std::move(steps));
+    QElapsedTimer clock;
+    clock.start();
+    const auto framesBefore = repaint.frames();
+    session.start([&] {
+        std::cout << Json{{"frames", repaint.frames() - framesBefore},
+                          {"seconds", static_cast<double>(clock.elapsed()) / 1e3},
+                          {"refusals", scheduling.refusals()},
+                          {"dropped", adapter.droppedMessages()}}
+                  << std::endl;
+        QGuiApplication::quit();
+    });
+    return QGuiApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const QGuiApplication application(argc, argv);
+    if (argc < 3) {
+        std::cerr << "usage: strum_player CHORDS STEP...\n";
+        return 2;
+    }
+    try {
+        std::vector<int> steps;
+        for (int index = 2; index < argc; ++index) {
+            steps.push_back(std::stoi(argv[index]));
+        }
+        return play(static_cast<unsigned>(std::stoul(argv[1])), std::move(steps));
+    } catch (const std::exception& error) {
+        std::cerr << "strum_player: " << error.what() << "\n";
+        return 1;
+    }
+}

@@ -1,0 +1,196 @@
+#include "Platform/Linux/Jack/ScheduledMessages.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace tavro::jack {
+
+namespace {
+
+// Everything that the two threads have to agree about is one word: the phase, the number of the message,
+// which tells it from all others that had the same place, and its stamp.
+using State = std::uint64_t;
+
+enum class Phase : std::uint8_t { free, scheduled, playing };
+
+constexpr int phaseBits = 2;
+constexpr int stampShift = 32;
+constexpr int indexBits = std::bit_width(ScheduledMessages::capacity - 1);
+// A ticket is the number and the place.
+constexpr int numberBits = 32 - indexBits;
+constexpr std::uint32_t numberMask = (std::uint32_t{1} << numberBits) - 1;
+static_assert(phaseBits + numberBits <= stampShift);
+static_assert(std::has_single_bit(ScheduledMessages::capacity));
+
+constexpr State stateOf(Phase phase, std::uint32_t number, std::uint32_t stamp) {
+    return static_cast<State>(phase) | State{number} << phaseBits | State{stamp} << stampShift;
+}
+
+constexpr Phase phaseOf(State state) {
+    return static_cast<Phase>(state & ((State{1} << phaseBits) - 1));
+}
+
+constexpr std::uint32_t numberOf(State state) {
+    return static_cast<std::uint32_t>(state >> phaseBits) & numberMask;
+}
+
+constexpr std::uint32_t stampOf(State state) {
+    return static_cast<std::uint32_t>(state >> stampShift);
+}
+
+constexpr State withPhase(State state, Phase phase) {
+    return stateOf(phase, numberOf(state), stampOf(state));
+}
+
+constexpr MidiTicket ticketOf(std::uint32_t number, std::size_t index) {
+    return number << indexBits | static_cast<MidiTicket>(index);
+}
+
+constexpr std::size_t indexOf(MidiTicket ticket) {
+    return ticket & (ScheduledMessages::capacity - 1);
+}
+
+/// Whether the state is that of the ticket's message and the message is not over.
+constexpr bool isAlive(State state, MidiTicket ticket) {
+    return numberOf(state) == ticket >> indexBits && phaseOf(state) != Phase::free;
+}
+
+constexpr bool isBefore(std::uint32_t stamp, std::uint32_t other) {
+    return static_cast<std::int32_t>(stamp - other) < 0;
+}
+
+constexpr bool isOlder(std::uint32_t number, std::uint32_t other) {
+    return ((number - other) & numberMask) > numberMask / 2;
+}
+
+constexpr bool isFirst(State state, State other) {
+    return stampOf(state) == stampOf(other) ? isOlder(numberOf(state), numberOf(other))
+                                            : isBefore(stampOf(state), stampOf(other));
+}
+
+} // namespace
+
+std::uint32_t ScheduledMessages::Due::stamp() const {
+    return stampOf(state_);
+}
+
+ScheduledMessages::ScheduledMessages() {
+    settled_.reserve(capacity);
+}
+
+std::optional<MidiTicket> ScheduledMessages::add(std::uint32_t stamp, std::uint16_t port,
+                                                 std::span<const std::uint8_t> message) {
+    if (message.empty() || message.size() > longestMessage) {
+        return std::nullopt;
+    }
+    // Acquire: the second thread is done with the message that it has released.
+    const auto slot = std::ranges::find_if(slots_, [](const Slot& candidate) {
+        return phaseOf(candidate.state.load(std::memory_order_acquire)) == Phase::free;
+    });
+    if (slot == slots_.end()) {
+        return std::nullopt;
+    }
+    slot->message.port = port;
+    slot->message.size = static_cast<std::uint8_t>(message.size());
+    std::ranges::copy(message, slot->message.bytes.begin());
+    const auto number = nextNumber_;
+    nextNumber_ = (nextNumber_ + 1) & numberMask;
+    used_.fetch_add(1, std::memory_order_relaxed);
+    // Release: who sees it scheduled sees the message and the count too.
+    slot->state.store(stateOf(Phase::scheduled, number, stamp), std::memory_order_release);
+    return ticketOf(number, static_cast<std::size_t>(slot - slots_.begin()));
+}
+
+bool ScheduledMessages::cancel(MidiTicket ticket) {
+    auto& slot = slots_[indexOf(ticket)];
+    auto state = slot.state.load(std::memory_order_relaxed);
+    if (!isAlive(state, ticket)) {
+        return false;
+    }
+    state = withPhase(state, Phase::scheduled);
+    if (slot.state.compare_exchange_strong(state, withPhase(state, Phase::free), std::memory_order_relaxed)) {
+        used_.fetch_sub(1, std::memory_order_relaxed);
+        return true;
+    }
+    settle(ticket);
+    return false;
+}
+
+void ScheduledMessages::settle(MidiTicket ticket) {
+    if (isAlive(slots_[indexOf(ticket)].state.load(std::memory_order_relaxed), ticket)) {
+        settled_.push_back(ticket);
+    }
+}
+
+std::size_t ScheduledMessages::cancelAll(std::uint16_t port) {
+    std::size_t count = 0;
+    for (std::size_t index = 0; index < capacity; ++index) {
+        const auto& slot = slots_[index];
+        const auto state = slot.state.load(std::memory_order_relaxed);
+        const auto ticket = ticketOf(numberOf(state), index);
+        if (phaseOf(state) != Phase::free && slot.message.port == port &&
+            std::ranges::find(settled_, ticket) == settled_.end() && cancel(ticket)) {
+            ++count;
+        }
+    }
+    return count;
+}
+
+std::uint32_t ScheduledMessages::stampAfterSettled(std::uint32_t now) {
+    dropPlayed();
+    auto stamp = now;
+    for (const auto ticket : settled_) {
+        const auto settled = stampOf(slots_[indexOf(ticket)].state.load(std::memory_order_relaxed));
+        stamp = isBefore(stamp, settled) ? settled : stamp;
+    }
+    return stamp;
+}
+
+bool ScheduledMessages::isSettledOneWaiting() {
+    dropPlayed();
+    return !settled_.empty();
+}
+
+void ScheduledMessages::dropPlayed() {
+    std::erase_if(settled_, [this](MidiTicket ticket) {
+        // Acquire: what was written for the message before its release comes before what the caller does.
+        return !isAlive(slots_[indexOf(ticket)].state.load(std::memory_order_acquire), ticket);
+    });
+}
+
+std::optional<ScheduledMessages::Due> ScheduledMessages::earliest(std::uint32_t lastStamp) const {
+    std::optional<Due> found;
+    if (used_.load(std::memory_order_relaxed) == 0) {
+        return found;
+    }
+    for (std::size_t index = 0; index < capacity; ++index) {
+        const auto state = slots_[index].state.load(std::memory_order_relaxed);
+        if (phaseOf(state) == Phase::scheduled && !isBefore(lastStamp, stampOf(state)) &&
+            (!found || isFirst(state, found->state_))) {
+            found.emplace();
+            found->index_ = index;
+            found->state_ = state;
+        }
+    }
+    return found;
+}
+
+const ScheduledMessages::Message* ScheduledMessages::take(const Due& due) {
+    auto& slot = slots_[due.index_];
+    auto state = due.state_;
+    // Acquire: the bytes that were there before it was scheduled.
+    const auto isTaken = slot.state.compare_exchange_strong(
+        state, withPhase(state, Phase::playing), std::memory_order_acquire, std::memory_order_relaxed);
+    return isTaken ? &slot.message : nullptr;
+}
+
+void ScheduledMessages::release(const Due& due) {
+    used_.fetch_sub(1, std::memory_order_relaxed);
+    slots_[due.index_].state.store(withPhase(due.state_, Phase::free), std::memory_order_release);
+}
+
+void ScheduledMessages::putBack(const Due& due) {
+    slots_[due.index_].state.store(due.state_, std::memory_order_release);
+}
+
+} // namespace tavro::jack

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <chrono>
+
+namespace tavro {
+
+/// Brings the time of a script and the time of the world together. Main thread only.
+class Pacer {
+public:
+    Pacer() = default;
+    Pacer(const Pacer&) = delete;
+    Pacer& operator=(const Pacer&) = delete;
+    virtual ~Pacer() = default;
+
+    /// Returns once this time from the start may pass for reached; the first call is the start. False when
+    /// waiting was broken off, and the script with it.
+    [[nodiscard]] virtual bool waitUntil(std::chrono::nanoseconds time) = 0;
+
+    /// Breaks the waiting off, now and from now on.
+    virtual void interrupt() = 0;
+};
+
+} // namespace tavro

@@ -1,0 +1,91 @@
+"""Scheduled messages come at their frame, whatever the main thread does, or never when taken back."""
+
+import unittest
+
+from harness.adapter_probe import Probe
+from harness.jack_server import RATE, JackServer
+from harness.recorder import Recorder
+from harness.testcase import EndToEndTest
+
+# Much longer than the steps: within a period, only the offsets place the notes.
+PERIOD = 1024
+# A frame more or less for rounding the time of day to frames.
+ROUNDING = 1
+MARK = [128, 60, 0]
+
+
+class JackTimingTest(EndToEndTest):
+    def setUp(self):
+        super().setUp()
+        self.server = JackServer(self.sandbox, PERIOD)
+
+    def _without_missed_periods(self, attempt):
+        """What the attempt returns with a probe and a recorder, in a run whose server missed no period: one
+        that does moves its clock for good, and the recorder misses what was in it."""
+        for _ in range(6):
+            probe, recorder = Probe(self.sandbox), Recorder(self.sandbox)
+            recorder.wait_for_connection()
+            result = attempt(probe, recorder)
+            xruns = recorder.xruns()
+            for program in (probe.program, recorder.program):
+                program.end()
+            if not xruns:
+                return result
+            self.server.program.end()
+            self.server = JackServer(self.sandbox, PERIOD)
+        raise AssertionError("the server missed periods in every run")
+
+    def test_strums_come_at_their_frames_while_the_main_thread_is_busy(self):
+        for step, count in ((5, 40), (20, 12), (50, 6)):
+            with self.subTest(step=step):
+                times, arrivals = self._without_missed_periods(
+                    lambda probe, recorder: self._strum(probe, recorder, step, count)
+                )
+                self.assertEqual([number for number, _ in arrivals], list(range(count)))
+                errors = []
+                for (number, frame), (before, after) in zip(arrivals, times):
+                    handed_over = frame - PERIOD - (number + 1) * step * RATE // 1000
+                    errors.append(max(before - handed_over, handed_over - after, 0))
+                print(f"steps of {step} ms: off by {errors} frames; handed over within "
+                      f"{[after - before for before, after in times]}")
+                self.assertLessEqual(max(errors), ROUNDING, (times, arrivals))
+
+    def _strum(self, probe, recorder, step, count):
+        times = probe.ask("strum", "strum", step, count)
+        self._mark(probe, recorder)
+        return times, [(event["bytes"][1], event["frame"]) for event in recorder.events()[:-1]]
+
+    def _mark(self, probe, recorder):
+        """Behind everything that was to come before."""
+        probe.tell("received", *MARK)
+        recorder.program.wait_for_object(lambda line: line.get("bytes") == MARK, "the mark")
+
+    def test_message_taken_back_before_its_time_is_never_heard(self):
+        def attempt(probe, recorder):
+            cancelled = [probe.ask("cancelled", "cancel", 60, after) for after in (0, 10, 30, 50, 58)]
+            # Later than any of those would have come.
+            probe.ask("strum", "strum", 100, 1)
+            self._mark(probe, recorder)
+            return cancelled, recorder.messages()
+
+        cancelled, messages = self._without_missed_periods(attempt)
+        self.assertEqual(messages, [[144, 0, 1], MARK])
+        self.assertEqual(cancelled, [True] * 5)
+
+    def test_message_is_heard_exactly_when_it_could_not_be_taken_back(self):
+        # Around the end of the time it may go either way, and both sides have to agree.
+        afters = [20 + number % 13 for number in range(26)]
+
+        def attempt(probe, recorder):
+            cancelled = [probe.ask("cancelled", "cancel", 20, after) for after in afters]
+            probe.ask("strum", "strum", 100, 1)
+            self._mark(probe, recorder)
+            return cancelled, recorder.messages()
+
+        cancelled, messages = self._without_missed_periods(attempt)
+        self.assertEqual(messages.count([144, 60, 1]), cancelled.count(False), cancelled)
+        self.assertIn(False, cancelled)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

@@ -16,6 +16,7 @@ bool MidiSystem::cancel(MidiTicket /*ticket*/) {
 
 void MidiSystem::settle(MidiTicket /*ticket*/) {}
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): those that can be lost keep it
 void MidiSystem::setLossHandler(std::function<void()> /*onLoss*/) {}
 
 std::optional<std::size_t> MidiSystem::listeners(MidiObjectRef /*source*/) {

@@ -23,11 +23,7 @@ Item {
         anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
         text: root.output.summary
-        dot: switch (root.output.reach) {
-        case MidiOutputPresenter.Unavailable: return Theme.stop
-        case MidiOutputPresenter.Unheard: return Theme.quietText
-        default: return Theme.accent
-        }
+        dot: root.output.isUnavailable ? Theme.stop : root.output.isUnheard ? Theme.quietText : Theme.accent
     }
 
     StopButton {

@@ -68,10 +68,11 @@ QString MidiOutputPresenter::selectedName() const {
 
 QString MidiOutputPresenter::summary() const {
     auto text = selectedName();
+    const auto listeners = midi_.listeners();
     if (!midi_.isReady()) {
         text += tr(" · no MIDI");
-    } else if (midi_.selectedDestinationID() == ownSource && midi_.listeners()) {
-        text += *midi_.listeners() == 1 ? tr(" · 1 listener") : tr(" · %1 listeners").arg(*midi_.listeners());
+    } else if (midi_.selectedDestinationID() == ownSource && listeners) {
+        text += *listeners == 1 ? tr(" · 1 listener") : tr(" · %1 listeners").arg(*listeners);
     }
     if (midi_.droppedMessages() > 0) {
         text += tr(" · %1 lost").arg(midi_.droppedMessages());
@@ -79,12 +80,12 @@ QString MidiOutputPresenter::summary() const {
     return text;
 }
 
-MidiOutputPresenter::Reach MidiOutputPresenter::reach() const {
-    if (!midi_.isReady() || !isSelectedThere()) {
-        return Reach::Unavailable;
-    }
-    const bool isUnheard = midi_.selectedDestinationID() == ownSource && midi_.listeners() == std::size_t{0};
-    return isUnheard ? Reach::Unheard : Reach::Reached;
+bool MidiOutputPresenter::isUnavailable() const {
+    return !midi_.isReady() || !isSelectedThere();
+}
+
+bool MidiOutputPresenter::isUnheard() const {
+    return midi_.selectedDestinationID() == ownSource && midi_.listeners() == std::size_t{0};
 }
 
 QString MidiOutputPresenter::statusText() const {

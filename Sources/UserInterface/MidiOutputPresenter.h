@@ -23,21 +23,13 @@ class MidiOutputPresenter : public QObject {
     Q_PROPERTY(uint selectedDestination READ selectedDestination WRITE selectDestination NOTIFY changed)
     /// The chosen entry in a few words: its name, who listens, what was lost.
     Q_PROPERTY(QString summary READ summary NOTIFY changed)
-    Q_PROPERTY(Reach reach READ reach NOTIFY changed)
+    /// Notes cannot be sent there.
+    Q_PROPERTY(bool isUnavailable READ isUnavailable NOTIFY changed)
+    /// Nobody gets them, as far as can be known.
+    Q_PROPERTY(bool isUnheard READ isUnheard NOTIFY changed)
     Q_PROPERTY(QString statusText READ statusText NOTIFY statusTextChanged)
 
 public:
-    /// Whether notes arrive anywhere. In upper case, as the scene's language wants its constants.
-    enum class Reach {
-        /// Somebody gets them, as far as can be known.
-        Reached,
-        /// Nobody listens.
-        Unheard,
-        /// They cannot be sent.
-        Unavailable,
-    };
-    Q_ENUM(Reach)
-
     /// Both must outlive this.
     MidiOutputPresenter(PerformanceController& controller, MidiOutputManager& midi);
 
@@ -45,7 +37,8 @@ public:
     [[nodiscard]] uint selectedDestination() const;
     void selectDestination(uint id);
     [[nodiscard]] QString summary() const;
-    [[nodiscard]] Reach reach() const;
+    [[nodiscard]] bool isUnavailable() const;
+    [[nodiscard]] bool isUnheard() const;
     [[nodiscard]] QString statusText() const;
 
     /// Reads the destinations anew: not every system tells when one of them is renamed.

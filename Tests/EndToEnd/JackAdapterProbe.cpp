@@ -16,11 +16,12 @@
 //   quit                    32 messages at the source, then at once the disposal in the program's order
 // Each notice of the adapter is {"changed":true}.
 
+#include "CommandLines.h"
+
 #include "ApplicationShell/QtMainActor.h"
 #include "Platform/Linux/Jack/MidiSystemAdapter.h"
 
 #include <QCoreApplication>
-#include <QSocketNotifier>
 
 #include <jack/jack.h>
 #include <nlohmann/json.hpp>
@@ -32,8 +33,6 @@
 #include <string>
 #include <thread>
 #include <vector>
-
-#include <unistd.h>
 
 namespace {
 
@@ -95,7 +94,7 @@ public:
             flood(count);
         } else if (command == "quit") {
             quit();
-            return false;
+            QCoreApplication::quit();
         } else {
             std::cerr << "JackAdapterProbe: " << line << " is not known here\n";
             return false;
@@ -215,24 +214,5 @@ int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     tavro::QtMainActor mainActor;
     Probe probe(mainActor);
-    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
-    std::string pending;
-    QObject::connect(&input, &QSocketNotifier::activated, &application, [&] {
-        std::array<char, 4096> chunk{};
-        const auto size = read(STDIN_FILENO, chunk.data(), chunk.size());
-        if (size <= 0) {
-            QCoreApplication::quit();
-            return;
-        }
-        pending.append(chunk.data(), static_cast<std::size_t>(size));
-        for (auto end = pending.find('\n'); end != std::string::npos; end = pending.find('\n')) {
-            const auto line = pending.substr(0, end);
-            pending.erase(0, end + 1);
-            if (!probe.obey(line)) {
-                QCoreApplication::quit();
-                return;
-            }
-        }
-    });
-    return QCoreApplication::exec();
+    return runCommandLines([&probe](const std::string& line) { return probe.obey(line); });
 }

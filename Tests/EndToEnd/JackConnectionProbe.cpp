@@ -6,22 +6,20 @@
 // Tells what changes, one JSON object a line: {"status":text}, {"ready":true,"listeners":1,"dropped":0} and
 // {"lost":true}.
 
+#include "CommandLines.h"
+
 #include "ApplicationShell/QtMainActor.h"
 #include "MidiOutput/MidiOutputManager.h"
 #include "Platform/Linux/Jack/MidiSystemAdapter.h"
 
 #include <QCoreApplication>
-#include <QSocketNotifier>
 
 #include <nlohmann/json.hpp>
 
-#include <array>
 #include <iostream>
 #include <sstream>
 #include <string>
 #include <vector>
-
-#include <unistd.h>
 
 namespace {
 
@@ -110,24 +108,5 @@ int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     tavro::QtMainActor mainActor;
     Probe probe(mainActor);
-    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
-    std::string pending;
-    QObject::connect(&input, &QSocketNotifier::activated, &application, [&] {
-        std::array<char, 4096> chunk{};
-        const auto size = read(STDIN_FILENO, chunk.data(), chunk.size());
-        if (size <= 0) {
-            QCoreApplication::quit();
-            return;
-        }
-        pending.append(chunk.data(), static_cast<std::size_t>(size));
-        for (auto end = pending.find('\n'); end != std::string::npos; end = pending.find('\n')) {
-            const auto line = pending.substr(0, end);
-            pending.erase(0, end + 1);
-            if (!probe.obey(line)) {
-                QCoreApplication::exit(1);
-                return;
-            }
-        }
-    });
-    return QCoreApplication::exec();
+    return runCommandLines([&probe](const std::string& line) { return probe.obey(line); });
 }

@@ -38,7 +38,7 @@ protected:
 TEST_F(MidiOutputPresenterTest, TheOwnSourceStandsFirst) {
     EXPECT_THAT(entries(), ElementsAre("0 TAVRO Out (virtual)"));
     EXPECT_EQ(presenter_.summary(), QStringLiteral("TAVRO Out (virtual)"));
-    EXPECT_EQ(presenter_.reach(), MidiOutputPresenter::Reach::Reached);
+    EXPECT_FALSE(presenter_.isUnavailable() || presenter_.isUnheard());
 }
 
 TEST_F(MidiOutputPresenterTest, DestinationsFollowTheSystem) {
@@ -57,9 +57,9 @@ TEST_F(MidiOutputPresenterTest, AChosenDestinationThatHasGoneStaysChosen) {
     setDestinations({});
     EXPECT_THAT(entries(), ElementsAre("0 TAVRO Out (virtual)", "70 Synth (not available)"));
     EXPECT_EQ(presenter_.summary(), QStringLiteral("Synth (not available)"));
-    EXPECT_EQ(presenter_.reach(), MidiOutputPresenter::Reach::Unavailable);
+    EXPECT_TRUE(presenter_.isUnavailable());
     setDestinations({{70, "Synth", {}}});
-    EXPECT_EQ(presenter_.reach(), MidiOutputPresenter::Reach::Reached);
+    EXPECT_FALSE(presenter_.isUnavailable() || presenter_.isUnheard());
 }
 
 TEST_F(MidiOutputPresenterTest, ReadsNamesAnewWhenAsked) {
@@ -77,10 +77,10 @@ TEST_F(MidiOutputPresenterTest, TellsWhoListens) {
     };
     listen(0);
     EXPECT_EQ(presenter_.summary(), QStringLiteral("TAVRO Out (virtual) · 0 listeners"));
-    EXPECT_EQ(presenter_.reach(), MidiOutputPresenter::Reach::Unheard);
+    EXPECT_TRUE(presenter_.isUnheard());
     listen(1);
     EXPECT_EQ(presenter_.summary(), QStringLiteral("TAVRO Out (virtual) · 1 listener"));
-    EXPECT_EQ(presenter_.reach(), MidiOutputPresenter::Reach::Reached);
+    EXPECT_FALSE(presenter_.isUnavailable() || presenter_.isUnheard());
     listen(2);
     EXPECT_EQ(presenter_.summary(), QStringLiteral("TAVRO Out (virtual) · 2 listeners"));
 }
@@ -95,7 +95,7 @@ TEST_F(MidiOutputPresenterTest, TellsThatThereIsNoMidi) {
     instrument_.system.loseConnection();
     instrument_.actor.runDue();
     EXPECT_EQ(presenter_.summary(), QStringLiteral("TAVRO Out (virtual) · no MIDI"));
-    EXPECT_EQ(presenter_.reach(), MidiOutputPresenter::Reach::Unavailable);
+    EXPECT_TRUE(presenter_.isUnavailable());
 }
 
 TEST_F(MidiOutputPresenterTest, ChoosingEndsWhatSounds) {

@@ -1,12 +1,16 @@
 #include "ApplicationShell/ApplicationOptions.h"
+#include "ApplicationShell/GlobalPlay.h"
+#include "ApplicationShell/KeyboardTapChoice.h"
 #include "ApplicationShell/MidiSystemChooser.h"
 #include "ApplicationShell/PerformanceController.h"
 #include "ApplicationShell/QtMainActor.h"
 #include "Platform/Headless/KeyEventTranslatorAdapter.h"
+#include "Platform/Headless/KeyboardTapAdapter.h"
 #include "Platform/Headless/MidiSystemAdapter.h"
 #include "Platform/Posix/TerminationSignals.h"
 #include "UserInterface/MainWindowLoader.h"
 
+#include <QFileInfo>
 #include <QGuiApplication>
 
 #include <cstring>
@@ -16,10 +20,13 @@
 #if defined(Q_OS_LINUX)
 #include "Platform/Linux/Alsa/MidiSystemAdapter.h"
 #include "Platform/Linux/DetectableAutorepeat.h"
+#include "Platform/Linux/Evdev/KeyboardTapAdapter.h"
 #include "Platform/Linux/Jack/MidiSystemAdapter.h"
 #include "Platform/Linux/KeyEventTranslatorAdapter.h"
+#include "Platform/Linux/X11/KeyboardTapAdapter.h"
 #elif defined(Q_OS_MACOS)
 #include "Platform/MacOS/KeyEventTranslatorAdapter.h"
+#include "Platform/MacOS/KeyboardTapAdapter.h"
 #include "Platform/MacOS/MidiSystemAdapter.h"
 #endif
 
@@ -66,10 +73,46 @@ std::unique_ptr<KeyEventTranslator> makeKeyEventTranslator() {
     return std::make_unique<headless::KeyEventTranslatorAdapter>();
 }
 
+std::unique_ptr<KeyboardTap> makeKeyboardTap() {
+#if defined(Q_OS_LINUX)
+    const KeyboardTapChoice choice{.platformName = QGuiApplication::platformName(),
+                                   .sessionType = qEnvironmentVariable("XDG_SESSION_TYPE"),
+                                   .waylandDisplay = qEnvironmentVariable("WAYLAND_DISPLAY"),
+                                   .hasInputDevices = QFileInfo::exists(QStringLiteral("/dev/input"))};
+    switch (choice.kind()) {
+    case KeyboardTapChoice::Kind::x11:
+        return std::make_unique<x11::KeyboardTapAdapter>(
+            QCoreApplication::applicationDirPath().toStdString() + "/tavro-key-guard");
+    case KeyboardTapChoice::Kind::evdev:
+        return std::make_unique<evdev::KeyboardTapAdapter>();
+    case KeyboardTapChoice::Kind::none:
+        break;
+    }
+#elif defined(Q_OS_MACOS)
+    return std::make_unique<macos::KeyboardTapAdapter>();
+#endif
+    return std::make_unique<headless::KeyboardTapAdapter>();
+}
+
+ModifierNaming modifierNaming() {
+#if defined(Q_OS_MACOS)
+    return ModifierNaming::symbols;
+#else
+    return ModifierNaming::words;
+#endif
+}
+
 void printStatusTexts(const MidiOutputManager& midi) {
     const auto print = [&midi] { std::cout << "status: " << midi.statusText().toStdString() << std::endl; };
     print();
     QObject::connect(&midi, &MidiOutputManager::statusTextChanged, &midi, print);
+}
+
+void printStatusTexts(const GlobalKeyboardController& globalKeyboard) {
+    QObject::connect(
+        &globalKeyboard, &GlobalKeyboardController::statusTextChanged, &globalKeyboard, [&globalKeyboard] {
+            std::cout << "global play: " << globalKeyboard.statusText().toStdString() << std::endl;
+        });
 }
 
 int selfTest() {
@@ -77,8 +120,11 @@ int selfTest() {
     headless::MidiSystemAdapter midiSystem;
     MidiOutputManager midi(midiSystem, mainActor);
     PerformanceController controller(midi, mainActor);
+    headless::KeyboardTapAdapter tap;
+    GlobalKeyboardController globalKeyboard(tap, mainActor);
+    GlobalPlay globalPlay(controller, globalKeyboard, modifierNaming());
     const headless::KeyEventTranslatorAdapter translator;
-    return MainWindowLoader(controller, midi, translator).selfTest() ? success : failure;
+    return MainWindowLoader(controller, midi, globalPlay, translator).selfTest() ? success : failure;
 }
 
 int runApplication(const ApplicationOptions& options) {
@@ -89,10 +135,24 @@ int runApplication(const ApplicationOptions& options) {
         printStatusTexts(midi);
     }
     PerformanceController controller(midi, mainActor, options.initialState);
+    const auto tap = makeKeyboardTap();
+    GlobalKeyboardController globalKeyboard(*tap, mainActor);
+    if (options.printsStatus) {
+        printStatusTexts(globalKeyboard);
+    }
+    GlobalPlay globalPlay(controller, globalKeyboard, modifierNaming());
+    globalPlay.configureGlobalKeyboard();
+    QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &globalPlay,
+                     [&globalPlay](Qt::ApplicationState state) {
+                         globalPlay.setApplicationActive(state == Qt::ApplicationActive);
+                     });
+    // The keys first: nothing may begin to sound behind the last silence.
+    QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, &globalKeyboard,
+                     &GlobalKeyboardController::stop);
     QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, &controller, &PerformanceController::shutDown);
     const posix::TerminationSignals signals(&QGuiApplication::quit);
     const auto translator = makeKeyEventTranslator();
-    MainWindowLoader window(controller, midi, *translator);
+    MainWindowLoader window(controller, midi, globalPlay, *translator);
     if (!window.load()) {
         std::cerr << "tavro: the window could not be made\n";
         return failure;

@@ -81,6 +81,7 @@ void PerformanceController::resetPlayingState(bool rebuildEngine, std::int64_t s
     if (rebuildEngine) {
         engine_ = MidiNoteEngine(layout(), random_);
     }
+    Q_EMIT playingStateReset();
 }
 
 void PerformanceController::changeState(const PerformanceState& newState) {
@@ -110,7 +111,7 @@ void PerformanceController::setFocused(bool focused) {
         return;
     }
     isFocused_ = focused;
-    if (!focused) {
+    if (!focused && !playsUnfocused_) {
         panic();
     }
     Q_EMIT isFocusedChanged();

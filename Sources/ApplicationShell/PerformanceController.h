@@ -66,10 +66,14 @@ public:
     /// The name of the chord that sounds; "-" when nothing does.
     [[nodiscard]] const QString& currentChordText() const { return currentChordText_; }
 
-    /// Whether the window gets the keys. Losing them ends every note: the releases would not be seen.
+    /// Whether the window gets the keys. Losing them ends every note, as the releases would not be seen,
+    /// unless keys are played unfocused too.
     [[nodiscard]] bool isFocused() const { return isFocused_; }
 
     void setFocused(bool focused);
+
+    /// Whether keys arrive, and their releases, while another application is in front.
+    void setPlayingUnfocused(bool plays) { playsUnfocused_ = plays; }
 
     /// Chooses where the notes go. Notes that sound are ended first, at the place where they sound.
     void selectDestination(MidiObjectRef id);
@@ -106,6 +110,8 @@ Q_SIGNALS:
     void keyboardDisplayChanged();
     void currentChordTextChanged();
     void isFocusedChanged();
+    /// What sounded was silenced because a setting changed what keys mean.
+    void playingStateReset();
 
 private:
     void silence(std::int64_t channel);
@@ -131,6 +137,7 @@ private:
     std::set<Character> activeKeys_;
     std::set<Character> highlightedKeys_;
     bool isFocused_ = false;
+    bool playsUnfocused_ = false;
     QString currentChordText_ = QStringLiteral("-");
     std::vector<ScheduledTask> visualHighlightTasks_;
     std::int64_t visualHighlightGeneration_ = 0;

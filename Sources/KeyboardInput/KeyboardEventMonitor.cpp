@@ -6,7 +6,8 @@ namespace tavro {
 
 KeyboardEventMonitor::KeyboardEventMonitor(QQuickItem* parent)
     : QQuickItem(parent), view_(new KeyboardMonitorView()) {
-    updateView();
+    updateFields();
+    updateActions();
     // Only now: entering the window is reported to the fields.
     view_->setParent(this);
     view_->setParentItem(this);
@@ -17,15 +18,20 @@ KeyboardEventMonitor::~KeyboardEventMonitor() {
     delete view_;
 }
 
-void KeyboardEventMonitor::updateView() {
+void KeyboardEventMonitor::updateFields() {
     auto& router = view_->router;
-    router.onKeyDown = actions_.onKeyDown;
-    router.onKeyUp = actions_.onKeyUp;
     router.hotkey = hotkey_.toStdString();
     router.hotkeyKeyCode = hotkeyKeyCode_;
     router.hotkeyModifiers = hotkeyModifiers_;
     router.layoutKind = layoutKind_;
     router.isRecordingHotkey = isRecordingHotkey_;
+    view_->translator = translator_;
+}
+
+void KeyboardEventMonitor::updateActions() {
+    auto& router = view_->router;
+    router.onKeyDown = actions_.onKeyDown;
+    router.onKeyUp = actions_.onKeyUp;
     router.onRecordedHotkey = actions_.onRecordedHotkey;
     router.onHotkey = actions_.onHotkey;
     // The scene may bring the view into a window before the actions are known; what was reported then is kept
@@ -36,12 +42,11 @@ void KeyboardEventMonitor::updateView() {
             actions_.onFocusChanged(isFocused);
         }
     };
-    view_->translator = translator_;
 }
 
 void KeyboardEventMonitor::setActions(Actions actions) {
     actions_ = std::move(actions);
-    updateView();
+    updateActions();
     if (actions_.onFocusChanged) {
         actions_.onFocusChanged(isFocused_);
     }
@@ -49,7 +54,7 @@ void KeyboardEventMonitor::setActions(Actions actions) {
 
 void KeyboardEventMonitor::setTranslator(const KeyEventTranslator* translator) {
     translator_ = translator;
-    updateView();
+    updateFields();
 }
 
 QString KeyboardEventMonitor::hotkey() const {
@@ -59,7 +64,7 @@ QString KeyboardEventMonitor::hotkey() const {
 void KeyboardEventMonitor::setHotkey(const QString& hotkey) {
     if (hotkey_ != hotkey) {
         hotkey_ = hotkey;
-        updateView();
+        updateFields();
         Q_EMIT hotkeyChanged();
     }
 }
@@ -74,7 +79,7 @@ void KeyboardEventMonitor::setHotkeyKeyCode(const QVariant& keyCode) {
     const auto code = isNumber ? std::optional<std::int64_t>(number) : std::nullopt;
     if (hotkeyKeyCode_ != code) {
         hotkeyKeyCode_ = code;
-        updateView();
+        updateFields();
         Q_EMIT hotkeyChanged();
     }
 }
@@ -86,7 +91,7 @@ int KeyboardEventMonitor::hotkeyModifiers() const {
 void KeyboardEventMonitor::setHotkeyModifiers(int modifiers) {
     if (hotkeyModifiers_ != HotkeyModifiers(modifiers)) {
         hotkeyModifiers_ = HotkeyModifiers(modifiers);
-        updateView();
+        updateFields();
         Q_EMIT hotkeyChanged();
     }
 }
@@ -100,7 +105,7 @@ void KeyboardEventMonitor::setLayoutKind(const QString& rawValue) {
     const auto kind = keyboardLayoutKindFromRawValue(rawValue.toStdString());
     if (kind && *kind != layoutKind_) {
         layoutKind_ = *kind;
-        updateView();
+        updateFields();
         Q_EMIT layoutKindChanged();
     }
 }
@@ -112,7 +117,7 @@ bool KeyboardEventMonitor::isRecordingHotkey() const {
 void KeyboardEventMonitor::setRecordingHotkey(bool isRecording) {
     if (isRecordingHotkey_ != isRecording) {
         isRecordingHotkey_ = isRecording;
-        updateView();
+        updateFields();
         Q_EMIT isRecordingHotkeyChanged();
     }
 }

@@ -73,7 +73,9 @@ Q_SIGNALS:
     void isRecordingHotkeyChanged();
 
 private:
-    void updateView();
+    /// Apart from the actions, because the fields may change while an action runs.
+    void updateFields();
+    void updateActions();
 
     Actions actions_;
     const KeyEventTranslator* translator_ = nullptr;

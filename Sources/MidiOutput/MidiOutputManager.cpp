@@ -162,18 +162,19 @@ void MidiOutputManager::setSelectedDestinationID(MidiObjectRef id) {
 }
 
 void MidiOutputManager::send(std::span<const NoteEvent> events, std::int64_t strumMilliseconds) {
+    // Told once everything is out: showing a text takes many times longer than sending a note, and the next
+    // note of the chord must not wait for it.
+    std::optional<NoteEvent> lastSent;
     for (const auto& [event, delayMilliseconds] : MidiStrumPlanner::plan(events, strumMilliseconds)) {
-        if (event.type == NoteEvent::EventType::noteOn) {
-            if (delayMilliseconds < 1) {
-                send(event);
-            } else {
-                sendNoteOn(event, delayMilliseconds);
-            }
-            continue;
+        if (event.type == NoteEvent::EventType::noteOn && delayMilliseconds >= 1) {
+            sendNoteOn(event, delayMilliseconds);
+        } else if (event.type == NoteEvent::EventType::noteOn || !cancelsPendingNoteOn(event)) {
+            sendBytes(messageOf(event));
+            lastSent = event;
         }
-        if (!cancelsPendingNoteOn(event)) {
-            send(event);
-        }
+    }
+    if (lastSent) {
+        tellNote(*lastSent);
     }
 }
 

@@ -8,9 +8,10 @@ Item {
     required property PerformanceSettings settings
     required property KeyboardGridModel grid
     required property MidiOutputPresenter output
+    required property GlobalPlayPresenter globalPlay
     required property PickerChoices pickerChoices
     readonly property int designWidth: 1280
-    readonly property int designHeight: 805
+    readonly property int designHeight: 857
 
     width: designWidth
     height: designHeight
@@ -18,6 +19,10 @@ Item {
 
     KeyboardEventMonitor {
         layoutKind: root.settings.keyboardLayout
+        hotkey: root.globalPlay.hotkey
+        hotkeyKeyCode: root.globalPlay.hotkeyKeyCode
+        hotkeyModifiers: root.globalPlay.hotkeyModifiers
+        isRecordingHotkey: root.globalPlay.isRecordingHotkey
     }
 
     // A press beside every control ends the editing of a number.
@@ -35,6 +40,7 @@ Item {
             id: header
 
             output: root.output
+            globalPlay: root.globalPlay
             x: Theme.margin
             y: 16
             width: parent.width - 2 * Theme.margin
@@ -230,6 +236,7 @@ Item {
         SettingsPanel {
             settings: root.settings
             output: root.output
+            globalPlay: root.globalPlay
             pickerChoices: root.pickerChoices
             x: Theme.margin
             width: parent.width - 2 * Theme.margin

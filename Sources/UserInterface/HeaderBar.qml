@@ -6,6 +6,7 @@ Item {
     id: root
 
     required property MidiOutputPresenter output
+    required property GlobalPlayPresenter globalPlay
 
     implicitHeight: 40
 
@@ -19,6 +20,16 @@ Item {
     }
 
     StatusPill {
+        anchors.right: outputPill.left
+        anchors.rightMargin: 8
+        anchors.verticalCenter: parent.verticalCenter
+        text: root.globalPlay.summary
+        dot: root.globalPlay.isOn ? Theme.accent : Theme.quietText
+    }
+
+    StatusPill {
+        id: outputPill
+
         anchors.right: stopButton.left
         anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter

@@ -9,6 +9,7 @@ T.ApplicationWindow {
     required property PerformanceSettings settings
     required property KeyboardGridModel grid
     required property MidiOutputPresenter output
+    required property GlobalPlayPresenter globalPlay
     required property PickerChoices pickerChoices
 
     title: qsTr("TAVRO")
@@ -24,6 +25,7 @@ T.ApplicationWindow {
         settings: window.settings
         grid: window.grid
         output: window.output
+        globalPlay: window.globalPlay
         pickerChoices: window.pickerChoices
         // Drawn at one size and scaled as a whole, so that every proportion stays as it is.
         scale: Math.min(window.width / width, window.height / height)

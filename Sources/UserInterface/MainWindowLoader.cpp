@@ -20,9 +20,9 @@ void useOwnFont() {
 } // namespace
 
 MainWindowLoader::MainWindowLoader(PerformanceController& controller, MidiOutputManager& midi,
-                                   const KeyEventTranslator& translator)
-    : controller_(controller), translator_(translator), settings_(controller), grid_(controller),
-      output_(controller, midi) {
+                                   GlobalPlay& globalPlay, const KeyEventTranslator& translator)
+    : controller_(controller), globalPlay_(globalPlay), translator_(translator), settings_(controller),
+      grid_(controller), output_(controller, midi), globalPlayShown_(globalPlay) {
     SceneModule::makeAvailable();
     useOwnFont();
 }
@@ -31,6 +31,7 @@ QVariantMap MainWindowLoader::initialProperties() {
     return {{QStringLiteral("settings"), QVariant::fromValue(&settings_)},
             {QStringLiteral("grid"), QVariant::fromValue(&grid_)},
             {QStringLiteral("output"), QVariant::fromValue(&output_)},
+            {QStringLiteral("globalPlay"), QVariant::fromValue(&globalPlayShown_)},
             {QStringLiteral("pickerChoices"), QVariant::fromValue(&choices_)}};
 }
 
@@ -61,8 +62,11 @@ bool MainWindowLoader::connectKeys(QQuickWindow& window) {
     monitor->setActions({
         .onKeyDown = [this](Character key) { controller_.handleKeyDown(key); },
         .onKeyUp = [this](Character key) { controller_.handleKeyUp(key); },
-        .onRecordedHotkey = {},
-        .onHotkey = {},
+        .onRecordedHotkey =
+            [this](const std::string& text, std::int64_t keyCode, HotkeyModifiers modifiers) {
+                globalPlay_.setGlobalPlayHotkey(text, keyCode, modifiers);
+            },
+        .onHotkey = [this] { globalPlay_.toggleGlobalPlay(); },
         .onFocusChanged = [this](bool isFocused) { controller_.setFocused(isFocused); },
     });
     return true;

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "ApplicationShell/GlobalPlay.h"
 #include "ApplicationShell/PerformanceController.h"
 #include "KeyboardInput/KeyEventTranslator.h"
 #include "MidiOutput/MidiOutputManager.h"
+#include "UserInterface/GlobalPlayPresenter.h"
 #include "UserInterface/KeyboardGridModel.h"
 #include "UserInterface/MidiOutputPresenter.h"
 #include "UserInterface/PerformanceSettings.h"
@@ -18,8 +20,8 @@ namespace tavro {
 /// controller. One per program, after the application object.
 class MainWindowLoader {
 public:
-    /// All three must outlive this.
-    MainWindowLoader(PerformanceController& controller, MidiOutputManager& midi,
+    /// All of them must outlive this.
+    MainWindowLoader(PerformanceController& controller, MidiOutputManager& midi, GlobalPlay& globalPlay,
                      const KeyEventTranslator& translator);
 
     /// Creates the main window and shows it. False when it cannot be created; the reasons went to the error
@@ -39,10 +41,12 @@ private:
     [[nodiscard]] bool connectKeys(QQuickWindow& window);
 
     PerformanceController& controller_;
+    GlobalPlay& globalPlay_;
     const KeyEventTranslator& translator_;
     PerformanceSettings settings_;
     KeyboardGridModel grid_;
     MidiOutputPresenter output_;
+    GlobalPlayPresenter globalPlayShown_;
     PickerChoices choices_;
     // Last, so that the scene is gone before what it shows.
     QQmlApplicationEngine engine_;

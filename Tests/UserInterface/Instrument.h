@@ -1,8 +1,10 @@
 #pragma once
 
+#include "ApplicationShell/GlobalPlay.h"
 #include "ApplicationShell/PerformanceController.h"
 #include "Concurrency/VirtualMainActor.h"
 #include "MidiOutput/MidiOutputManager.h"
+#include "Platform/Headless/KeyboardTapAdapter.h"
 #include "Platform/Headless/MidiSystemAdapter.h"
 
 #include <cstdint>
@@ -13,7 +15,10 @@ namespace tavro {
 /// An instrument that reaches nobody and whose time stands still. Every velocity is 100.
 class Instrument {
 public:
-    explicit Instrument(PerformanceState initialState = {}) : controller(midi, actor, even(initialState)) {}
+    explicit Instrument(PerformanceState initialState = {}) : controller(midi, actor, even(initialState)) {
+        tap.answersCreated = true;
+        globalPlay.configureGlobalKeyboard();
+    }
 
     /// The messages since the last call.
     std::vector<std::vector<std::uint8_t>> takeMessages() {
@@ -29,6 +34,9 @@ public:
     headless::MidiSystemAdapter system;
     MidiOutputManager midi{system, actor};
     PerformanceController controller;
+    headless::KeyboardTapAdapter tap;
+    GlobalKeyboardController globalKeyboard{tap, actor};
+    GlobalPlay globalPlay{controller, globalKeyboard, ModifierNaming::words};
 
 private:
     static PerformanceState even(PerformanceState state) {

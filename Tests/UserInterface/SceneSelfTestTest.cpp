@@ -13,7 +13,8 @@ namespace {
 TEST(SceneSelfTest, FindsNothingWrong) {
     Instrument instrument;
     const headless::KeyEventTranslatorAdapter translator;
-    EXPECT_TRUE(MainWindowLoader(instrument.controller, instrument.midi, translator).selfTest());
+    EXPECT_TRUE(MainWindowLoader(instrument.controller, instrument.midi, instrument.globalPlay, translator)
+                    .selfTest());
 }
 
 TEST(SceneSelfTest, TriesEveryFile) {

@@ -17,6 +17,8 @@ PACKAGES = {
     "xdotool": "xdotool",
     "xev": "x11-utils",
     "xprop": "x11-utils",
+    "xset": "x11-xserver-utils",
+    "xterm": "xterm",
 }
 
 # What a sanitizer or a coverage build needs to know; nothing else of the caller's environment is handed on.

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "ApplicationShell/PerformanceController.h"
+#include "KeyboardInput/GlobalKeyboardController.h"
+
+#include <QObject>
+#include <QString>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace tavro {
+
+/// Joins the system-wide keyboard to the performance: what it plays, how it is turned on and off, and its
+/// hotkey. Main thread only.
+class GlobalPlay : public QObject {
+    Q_OBJECT
+
+public:
+    /// Both must outlive this. The hotkey is shown with its modifiers named that way.
+    GlobalPlay(PerformanceController& performance, GlobalKeyboardController& globalKeyboard,
+               ModifierNaming naming);
+
+    /// Tells the system-wide keyboard whom it plays, by which layout, and its hotkey. Once, before use.
+    void configureGlobalKeyboard();
+
+    void toggleGlobalPlay();
+
+    /// Reads whether Global Play is on; setting another value toggles it.
+    [[nodiscard]] bool globalPlayBinding() const { return globalKeyboard_.isEnabled(); }
+
+    void setGlobalPlayBinding(bool isOn);
+
+    /// Another hotkey, as it was recorded: the key's text, its position and the modifiers held.
+    void setGlobalPlayHotkey(const std::string& text, std::optional<std::int64_t> keyCode,
+                             HotkeyModifiers modifiers);
+
+    [[nodiscard]] std::optional<std::int64_t> globalPlayHotkeyKeyCode() const { return keyCode_; }
+
+    [[nodiscard]] HotkeyModifiers globalPlayHotkeyModifiers() const { return modifiers_; }
+
+    /// The hotkey's character on the current layout; where its position has none, the recorded text.
+    [[nodiscard]] std::string globalPlayHotkeyCharacter() const;
+
+    /// The hotkey as the user reads it: the modifiers, then the character.
+    [[nodiscard]] QString displayedGlobalPlayHotkey() const;
+
+    /// Whether the next key in the window becomes the hotkey.
+    [[nodiscard]] bool isRecordingGlobalPlayHotkey() const { return isRecording_; }
+
+    void setRecordingGlobalPlayHotkey(bool isRecording);
+
+    /// A window of the program came to the front, or none is there any more.
+    void setApplicationActive(bool isActive);
+
+    [[nodiscard]] const GlobalKeyboardController& globalKeyboard() const { return globalKeyboard_; }
+
+Q_SIGNALS:
+    void enabledChanged();
+    /// The hotkey, the way it is shown, or whether one is being recorded.
+    void hotkeyChanged();
+
+private:
+    void passOnHotkey();
+
+    PerformanceController& performance_;
+    GlobalKeyboardController& globalKeyboard_;
+    ModifierNaming naming_;
+    std::string text_ = "^";
+    std::optional<std::int64_t> keyCode_;
+    HotkeyModifiers modifiers_;
+    bool isRecording_ = false;
+};
+
+} // namespace tavro

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "KeyboardInput/KeyboardTap.h"
+#include "KeyboardInput/ToggleHotkey.h"
+#include "KeyboardMapping/KeyboardLayoutKind.h"
+#include "PerformanceModel/Character.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+
+namespace tavro {
+
+/// Decides from plain fields what becomes of a key that a tap sees. Knows no tap and no thread: the caller
+/// keeps it to one at a time.
+class GlobalKeyRules {
+public:
+    /// What is to be done about an event besides letting it through or not.
+    enum class Action {
+        none,
+        /// The system switched the tap off; it wants to be switched on again.
+        enableTap,
+        toggle,
+        keyDown,
+        keyUp,
+    };
+
+    struct Decision {
+        KeyboardTap::Verdict verdict = KeyboardTap::Verdict::pass;
+        Action action = Action::none;
+        /// The key that goes down or up.
+        Character character = noKey;
+
+        friend bool operator==(const Decision&, const Decision&) = default;
+    };
+
+    KeyboardLayoutKind layoutKind = allKeyboardLayoutKinds.front();
+    ToggleHotkey hotkey;
+    /// While the program itself is in front its window takes the keys, and the tap none.
+    bool isApplicationActive = false;
+
+    [[nodiscard]] bool isEnabled() const { return isEnabled_; }
+
+    /// Forgets which keys are held.
+    void setEnabled(bool isEnabled);
+
+    void forgetPressedKeys() { pressedKeys_.clear(); }
+
+    /// Decides, and remembers what the decision rests on: which keys are held, and after the hotkey the new
+    /// state. The keys typed right behind the hotkey so follow it already.
+    Decision decide(const KeyboardTap::Event& event);
+
+    /// The verdict of `decide`, with nothing remembered.
+    [[nodiscard]] KeyboardTap::Verdict verdict(const KeyboardTap::Event& event) const;
+
+    /// Whether a press of this key with these modifiers is the hotkey.
+    [[nodiscard]] bool matchesToggleHotkey(std::int64_t keyCode, HotkeyModifiers modifiers) const;
+
+private:
+    Decision decideKeyDown(const KeyboardTap::Event& event);
+    Decision decideKeyUp(const KeyboardTap::Event& event);
+    /// The character to play, when the key is to be played at all.
+    [[nodiscard]] std::optional<Character> playedCharacter(const KeyboardTap::Event& event) const;
+
+    bool isEnabled_ = false;
+    /// The keys that went down through the tap, as the characters they were played as.
+    std::map<std::int64_t, Character> pressedKeys_;
+};
+
+} // namespace tavro

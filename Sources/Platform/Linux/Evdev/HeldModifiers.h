@@ -1,0 +1,21 @@
+#pragma once
+
+#include "KeyboardInput/HotkeyModifiers.h"
+#include "Platform/Linux/Evdev/KeySet.h"
+
+#include <cstdint>
+
+namespace tavro::evdev {
+
+/// The modifier keys among the keys that are held.
+class HeldModifiers {
+public:
+    HeldModifiers() = delete;
+
+    [[nodiscard]] static bool isModifier(std::uint32_t evdevCode);
+
+    /// Left and right count alike; AltGr is option too.
+    [[nodiscard]] static HotkeyModifiers of(const KeySet& heldKeys);
+};
+
+} // namespace tavro::evdev

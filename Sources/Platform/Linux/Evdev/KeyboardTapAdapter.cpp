@@ -1,0 +1,56 @@
+#include "Platform/Linux/Evdev/KeyboardTapAdapter.h"
+
+#include "Platform/Linux/Evdev/CaptureThread.h"
+#include "Platform/Linux/Evdev/DeviceAccess.h"
+
+#include <system_error>
+#include <utility>
+
+namespace tavro::evdev {
+
+KeyboardTapAdapter::KeyboardTapAdapter(std::string inputFolder, std::string uinputPath)
+    : inputFolder_(std::move(inputFolder)), uinputPath_(std::move(uinputPath)) {}
+
+KeyboardTapAdapter::~KeyboardTapAdapter() = default;
+
+bool KeyboardTapAdapter::isTrusted(bool /*prompts*/) {
+    return DeviceAccess::isAllowed(inputFolder_, uinputPath_);
+}
+
+bool KeyboardTapAdapter::create(Client& client) {
+    dispose();
+    if (!DeviceAccess::canCapture(inputFolder_, uinputPath_)) {
+        return false;
+    }
+    try {
+        thread_ = std::make_unique<CaptureThread>(client, inputFolder_, uinputPath_);
+    } catch (const std::system_error&) {
+        return false;
+    }
+    return true;
+}
+
+void KeyboardTapAdapter::enable(bool isOn) {
+    if (thread_) {
+        thread_->enable(isOn);
+    }
+}
+
+void KeyboardTapAdapter::updateVerdicts() {
+    if (thread_) {
+        thread_->updateVerdicts();
+    }
+}
+
+void KeyboardTapAdapter::dispose() {
+    thread_.reset();
+}
+
+std::string KeyboardTapAdapter::adviceOnTrust() const {
+    return "Global Play needs access to the input devices: install the udev rule 60-tavro-input.rules and "
+           "run "
+           "\"sudo groupadd --system tavro-input\" and \"sudo usermod -aG tavro-input $USER\". "
+           "Then log in again; never run TAVRO as root.";
+}
+
+} // namespace tavro::evdev

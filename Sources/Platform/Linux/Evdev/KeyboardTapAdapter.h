@@ -1,0 +1,37 @@
+#pragma once
+
+#include "KeyboardInput/KeyboardTap.h"
+
+#include <memory>
+#include <string>
+
+namespace tavro::evdev {
+
+class CaptureThread;
+
+/// Takes the keys from the kernel's input devices, below every display server: for Wayland and the console.
+///
+/// The keyboards are read all the while the tap is on, but grabbed only while the client wants the keys that
+/// play. Otherwise every key reaches the system by itself and nothing can be swallowed, the hotkey neither;
+/// the client hears of the keys all the same. The client is called on a thread of the tap's own.
+class KeyboardTapAdapter : public KeyboardTap {
+public:
+    explicit KeyboardTapAdapter(std::string inputFolder = "/dev/input",
+                                std::string uinputPath = "/dev/uinput");
+    ~KeyboardTapAdapter() override;
+
+    /// The system has nothing to ask the user with, so that `prompts` changes nothing.
+    [[nodiscard]] bool isTrusted(bool prompts) override;
+    [[nodiscard]] bool create(Client& client) override;
+    void enable(bool isOn) override;
+    void updateVerdicts() override;
+    void dispose() override;
+    [[nodiscard]] std::string adviceOnTrust() const override;
+
+private:
+    const std::string inputFolder_;
+    const std::string uinputPath_;
+    std::unique_ptr<CaptureThread> thread_;
+};
+
+} // namespace tavro::evdev

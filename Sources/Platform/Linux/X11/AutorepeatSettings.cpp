@@ -1,0 +1,34 @@
+#include "Platform/Linux/X11/AutorepeatSettings.h"
+
+#include "Platform/Linux/X11/KeyRepeat.h"
+
+namespace tavro::x11 {
+
+void AutorepeatSettings::keepOff(const KeySet& keys) {
+    if (keys == wanted_) {
+        return;
+    }
+    const auto added = keys & ~wanted_;
+    const auto ended = changed_ & ~keys;
+    wanted_ = keys;
+    if (added.any()) {
+        if (const auto repeating = KeyRepeat::read(connection_)) {
+            const auto newlyOff = added & *repeating;
+            // First, so that the guard knows them whenever the end comes.
+            guard_.entrust(changed_ | newlyOff);
+            changed_ |= newlyOff;
+            KeyRepeat::write(connection_, newlyOff, false);
+        }
+    }
+    // Without the server this is no more possible here, and remains the guard's.
+    if (ended.any() && KeyRepeat::write(connection_, ended, true)) {
+        changed_ &= ~ended;
+        guard_.entrust(changed_);
+    }
+}
+
+void AutorepeatSettings::reapply() {
+    KeyRepeat::write(connection_, changed_, false);
+}
+
+} // namespace tavro::x11

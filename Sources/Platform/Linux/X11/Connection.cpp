@@ -1,0 +1,64 @@
+#include "Platform/Linux/X11/Connection.h"
+
+#include "Platform/Linux/X11/Freed.h"
+
+#include <utility>
+
+namespace tavro::x11 {
+
+std::unique_ptr<Connection> Connection::open(const std::string& display) {
+    int screenNumber = 0;
+    std::unique_ptr<Connection> made(
+        new Connection(xcb_connect(display.empty() ? nullptr : display.c_str(), &screenNumber)));
+    if (made->isLost() || !made->findRoot(screenNumber) || !made->findInputExtension() ||
+        !made->findKeyboard()) {
+        return nullptr;
+    }
+    return made;
+}
+
+bool Connection::findRoot(int screenNumber) {
+    auto screen = xcb_setup_roots_iterator(xcb_get_setup(get()));
+    for (; screen.rem > 0; xcb_screen_next(&screen), --screenNumber) {
+        if (screenNumber == 0) {
+            root_ = screen.data->root;
+            return true;
+        }
+    }
+    return false;
+}
+
+bool Connection::findInputExtension() {
+    const auto* const extension = xcb_get_extension_data(get(), &xcb_input_id);
+    if (extension == nullptr || extension->present == 0) {
+        return false;
+    }
+    inputExtension_ = extension->major_opcode;
+    const Freed<xcb_input_xi_query_version_reply_t> version(
+        xcb_input_xi_query_version_reply(get(), xcb_input_xi_query_version(get(), 2, 2), nullptr));
+    return version && std::pair(version->major_version, version->minor_version) >=
+                          std::pair<std::uint16_t, std::uint16_t>(2, 2);
+}
+
+bool Connection::findKeyboard() {
+    const Freed<xcb_input_xi_get_client_pointer_reply_t> pointer(xcb_input_xi_get_client_pointer_reply(
+        get(), xcb_input_xi_get_client_pointer(get(), XCB_NONE), nullptr));
+    if (!pointer) {
+        return false;
+    }
+    const Freed<xcb_input_xi_query_device_reply_t> devices(
+        xcb_input_xi_query_device_reply(get(), xcb_input_xi_query_device(get(), pointer->deviceid), nullptr));
+    if (!devices || devices->num_infos == 0) {
+        return false;
+    }
+    // A master's attachment is the master it is paired with.
+    keyboard_ = xcb_input_xi_query_device_infos_iterator(devices.get()).data->attachment;
+    return true;
+}
+
+void Connection::synchronize() const {
+    const Freed<xcb_get_input_focus_reply_t> answer(
+        xcb_get_input_focus_reply(get(), xcb_get_input_focus(get()), nullptr));
+}
+
+} // namespace tavro::x11

@@ -1,0 +1,135 @@
+#include "Platform/Linux/X11/KeyGrabs.h"
+
+#include "Platform/Linux/X11/Freed.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace tavro::x11 {
+
+namespace {
+
+constexpr std::uint32_t grabMask =
+    XCB_INPUT_XI_EVENT_MASK_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_KEY_RELEASE |
+    // While a grab is active, its owner gets the raw events by the grab's mask alone.
+    XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
+
+/// Calls the function with every key of which the table has presses.
+template <class Function>
+void forEachKey(const PressTable& presses, Function function) {
+    for (unsigned key = 0; key <= std::numeric_limits<std::uint8_t>::max(); ++key) {
+        if (presses.containsAnyOf(static_cast<std::uint8_t>(key))) {
+            function(static_cast<std::uint8_t>(key));
+        }
+    }
+}
+
+std::vector<std::uint32_t> allVariants(const PressTable& presses, std::uint8_t key,
+                                       const ModifierMap& modifierMap) {
+    std::vector<std::uint32_t> bits;
+    for (const auto modifiers : presses.modifiersOf(key)) {
+        const auto variants = modifierMap.variants(modifiers);
+        bits.insert(bits.end(), variants.begin(), variants.end());
+    }
+    return bits;
+}
+
+} // namespace
+
+void KeyGrabs::change(const PressTable& wanted, const ModifierMap& modifierMap) {
+    release(held_.without(wanted), modifierMap);
+    const auto missing = wanted.without(held_);
+    taken_ = takenInCore(missing, modifierMap);
+    grab(missing.without(taken_), modifierMap);
+}
+
+void KeyGrabs::releaseAll(const ModifierMap& modifierMap) {
+    release(held_, modifierMap);
+    taken_ = {};
+}
+
+void KeyGrabs::release(const PressTable& presses, const ModifierMap& modifierMap) {
+    forEachKey(presses, [&](std::uint8_t key) { ungrab(key, allVariants(presses, key, modifierMap)); });
+    held_ = held_.without(presses);
+}
+
+PressTable KeyGrabs::takenInCore(const PressTable& presses, const ModifierMap& modifierMap) const {
+    // XInput 2 would silently override the grabs of older programs; only a grab of their own kind is refused.
+    struct Attempt {
+        xcb_void_cookie_t cookie;
+        std::uint8_t key;
+        HotkeyModifiers modifiers;
+    };
+
+    auto* const xcb = connection_.get();
+    std::vector<Attempt> attempts;
+    forEachKey(presses, [&](std::uint8_t key) {
+        for (const auto modifiers : presses.modifiersOf(key)) {
+            for (const auto bits : modifierMap.variants(modifiers)) {
+                const auto core = static_cast<std::uint16_t>(bits);
+                // Synchronous like the real one: a press that comes just now stops here instead of being
+                // lost.
+                attempts.push_back({xcb_grab_key_checked(xcb, 0, connection_.root(), core, key,
+                                                         XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC),
+                                    key, modifiers});
+                xcb_ungrab_key(xcb, key, connection_.root(), core);
+            }
+        }
+    });
+    PressTable taken;
+    for (const auto& attempt : attempts) {
+        if (const Freed<xcb_generic_error_t> error{xcb_request_check(xcb, attempt.cookie)}) {
+            taken.insert(attempt.key, attempt.modifiers);
+        }
+    }
+    return taken;
+}
+
+void KeyGrabs::grab(const PressTable& presses, const ModifierMap& modifierMap) {
+    auto* const xcb = connection_.get();
+    std::vector<std::pair<std::uint8_t, xcb_input_xi_passive_grab_device_cookie_t>> attempts;
+    forEachKey(presses, [&](std::uint8_t key) {
+        const auto bits = allVariants(presses, key, modifierMap);
+        if (bits.empty()) {
+            // Modifiers that this keyboard does not have: nobody can press that.
+            return;
+        }
+        attempts.emplace_back(key, xcb_input_xi_passive_grab_device(
+                                       xcb, XCB_CURRENT_TIME, connection_.root(), XCB_NONE, key,
+                                       connection_.keyboard(), static_cast<std::uint16_t>(bits.size()), 1,
+                                       XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_SYNC,
+                                       XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_OWNER_NO_OWNER, &grabMask,
+                                       bits.data()));
+    });
+    for (const auto& [key, cookie] : attempts) {
+        const Freed<xcb_input_xi_passive_grab_device_reply_t> reply(
+            xcb_input_xi_passive_grab_device_reply(xcb, cookie, nullptr));
+        std::vector<std::uint32_t> refused;
+        if (reply) {
+            auto status = xcb_input_xi_passive_grab_device_modifiers_iterator(reply.get());
+            for (; status.rem > 0; xcb_input_grab_modifier_info_next(&status)) {
+                refused.push_back(status.data->modifiers);
+            }
+        }
+        for (const auto modifiers : presses.modifiersOf(key)) {
+            const auto variants = modifierMap.variants(modifiers);
+            const auto isRefused = !reply || std::ranges::find_first_of(variants, refused) != variants.end();
+            if (isRefused) {
+                // Half a key, played only while Num Lock is off, would be worse than none.
+                ungrab(key, variants);
+                taken_.insert(key, modifiers);
+            } else {
+                held_.insert(key, modifiers);
+            }
+        }
+    }
+}
+
+void KeyGrabs::ungrab(std::uint8_t key, const std::vector<std::uint32_t>& bits) const {
+    xcb_input_xi_passive_ungrab_device(connection_.get(), connection_.root(), key, connection_.keyboard(),
+                                       static_cast<std::uint16_t>(bits.size()), XCB_INPUT_GRAB_TYPE_KEYCODE,
+                                       bits.data());
+}
+
+} // namespace tavro::x11

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "KeyboardInput/KeyboardTap.h"
+
+#include <memory>
+#include <string>
+
+namespace tavro::x11 {
+
+class TapThread;
+
+/// The tap on an X server. It reserves the presses that the client wants, with a grab that ends at each
+/// press, so that all other keys go their usual way even while one of these is held. The client is called on
+/// a thread of the adapter's own; what `enable` and `updateVerdicts` ask for is done there soon after they
+/// return.
+class KeyboardTapAdapter final : public KeyboardTap {
+public:
+    /// The path of the program that lets the keys repeat again if this one is killed. An empty display means
+    /// the one of the environment.
+    explicit KeyboardTapAdapter(std::string watchdogProgram, std::string display = {});
+    ~KeyboardTapAdapter() override;
+
+    /// X lets every program see the keys.
+    [[nodiscard]] bool isTrusted(bool prompts) override;
+    [[nodiscard]] bool create(Client& client) override;
+    void enable(bool isOn) override;
+    void updateVerdicts() override;
+    void dispose() override;
+
+private:
+    std::string watchdogProgram_;
+    std::string display_;
+    std::unique_ptr<TapThread> thread_;
+};
+
+} // namespace tavro::x11

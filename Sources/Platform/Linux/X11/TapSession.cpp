@@ -1,0 +1,191 @@
+#include "Platform/Linux/X11/TapSession.h"
+
+#include "Platform/Linux/X11/Freed.h"
+
+#include <utility>
+
+namespace tavro::x11 {
+
+TapSession::TapSession(const Connection& connection, KeyboardTap::Client& client, std::string guardProgram,
+                       std::string display)
+    : connection_(connection), client_(client), guard_(std::move(guardProgram), std::move(display)),
+      grabs_(connection), autorepeat_(connection.get(), guard_) {}
+
+bool TapSession::begin() {
+    if (!EventReader::select(connection_) || !readKeyboard()) {
+        return false;
+    }
+    const Freed<xcb_query_keymap_reply_t> held(
+        xcb_query_keymap_reply(connection_.get(), xcb_query_keymap(connection_.get()), nullptr));
+    if (!held) {
+        return false;
+    }
+    for (std::size_t key = 0; key < heldKeys_.size(); ++key) {
+        heldKeys_.set(key, ((held->keys[key / 8] >> (key % 8)) & 1) != 0);
+    }
+    return true;
+}
+
+bool TapSession::readKeyboard() {
+    const auto description = KeyboardDescription::read(connection_);
+    if (!description) {
+        return false;
+    }
+    ModifierMap map(*description);
+    if (map != modifierMap_) {
+        // They were reserved under the old bits, and must be let go under these.
+        grabs_.releaseAll(modifierMap_);
+        modifierMap_ = std::move(map);
+    }
+    emergencyExit_ = EmergencyExit(*description);
+    const auto* const setup = xcb_get_setup(connection_.get());
+    for (std::size_t key = setup->min_keycode; key <= setup->max_keycode; ++key) {
+        keys_.set(key, !modifierMap_.modifierKeys().test(key));
+    }
+    return true;
+}
+
+void TapSession::setOn(bool isOn) {
+    if (isOn == isOn_) {
+        return;
+    }
+    isOn_ = isOn;
+    if (isOn) {
+        refresh();
+    } else {
+        letGo();
+    }
+}
+
+void TapSession::refresh() {
+    if (!isOn_) {
+        return;
+    }
+    wanted_ = PressTable::wanted(client_, keys_);
+    playingKeys_ = wanted_.playingKeys();
+    sample_ = VerdictSample(wanted_);
+    grabs_.change(wanted_, modifierMap_);
+    // A key of which another program has one half plays with the other half.
+    KeySet silentKeys;
+    for (std::size_t key = 0; key < playingKeys_.size(); ++key) {
+        silentKeys.set(key,
+                       playingKeys_.test(key) && grabs_.held().containsAnyOf(static_cast<std::uint8_t>(key)));
+    }
+    autorepeat_.keepOff(silentKeys);
+    reportTaken();
+}
+
+void TapSession::reportTaken() {
+    if (grabs_.taken() != reportedTaken_) {
+        reportedTaken_ = grabs_.taken();
+        client_.reportTaken(reportedTaken_.presses());
+    }
+}
+
+std::optional<KeyboardTap::End> TapSession::takeEvents() {
+    while (const Freed<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())}) {
+        const auto read = EventReader::read(*event, connection_);
+        if (const auto* const press = std::get_if<GrabbedPress>(&read)) {
+            take(*press);
+        } else if (const auto* const rawPress = std::get_if<EventReader::RawPress>(&read)) {
+            heldKeys_.set(rawPress->key);
+            if (isOn_ && emergencyExit_.isHeld(heldKeys_)) {
+                setOn(false);
+                return KeyboardTap::End::emergencyExit;
+            }
+        } else if (const auto* const release = std::get_if<EventReader::RawRelease>(&read)) {
+            take(*release);
+        } else if (std::holds_alternative<EventReader::MappingChange>(read)) {
+            takeMappingChange();
+        } else if (std::holds_alternative<EventReader::DeviceChange>(read)) {
+            autorepeat_.reapply();
+        }
+    }
+    if (connection_.isLost()) {
+        // The server may live on without this connection, and the repeats with it; the guard has its own.
+        guard_.end();
+        return KeyboardTap::End::lost;
+    }
+    return std::nullopt;
+}
+
+void TapSession::take(const GrabbedPress& press) {
+    auto verdict = KeyboardTap::Verdict::pass;
+    if (isOn_ && keys_.test(press.key)) {
+        auto event = PressTable::press(press.key, modifierMap_.modifiers(press.modifierBits));
+        event.isAutorepeat = press.isRepeat;
+        // Before the answer, which depends on it; the note is on its way by then.
+        verdict = client_.handle(event);
+    }
+    if (verdict == KeyboardTap::Verdict::swallow) {
+        handledKeys_.set(press.key);
+        // The keys behind this one wait until the answer, so they follow what this one has changed. Any press
+        // of a key that is not played may have been the hotkey.
+        if (!playingKeys_.test(press.key) || sample_.hasChanged(client_)) {
+            refresh();
+        }
+    }
+    answer(press, verdict);
+}
+
+void TapSession::answer(const GrabbedPress& press, KeyboardTap::Verdict verdict) const {
+    auto* const xcb = connection_.get();
+    const auto isSwallowed = verdict == KeyboardTap::Verdict::swallow;
+    if (press.protocol == GrabbedPress::Protocol::core) {
+        if (isSwallowed) {
+            xcb_ungrab_keyboard(xcb, XCB_CURRENT_TIME);
+        } else {
+            xcb_allow_events(xcb, XCB_ALLOW_REPLAY_KEYBOARD, XCB_CURRENT_TIME);
+        }
+    } else if (isSwallowed) {
+        // Ends the grab at once, so that nothing but this one press is kept from the others.
+        xcb_input_xi_ungrab_device(xcb, XCB_CURRENT_TIME, connection_.keyboard());
+    } else {
+        xcb_input_xi_allow_events(xcb, XCB_CURRENT_TIME, connection_.keyboard(),
+                                  XCB_INPUT_EVENT_MODE_REPLAY_DEVICE, 0, connection_.root());
+    }
+    xcb_flush(xcb);
+}
+
+void TapSession::take(const EventReader::RawRelease& release) {
+    heldKeys_.reset(release.key);
+    const auto isKnown = handledKeys_.test(release.key);
+    handledKeys_.reset(release.key);
+    // A key that is wanted now may have been pressed when it was not, with the program itself in front.
+    if (isOn_ && keys_.test(release.key) && (isKnown || wanted_.containsAnyOf(release.key))) {
+        auto event = PressTable::press(release.key, modifierMap_.modifiersOfHeldKeys(heldKeys_));
+        event.type = KeyboardTap::Event::Type::keyUp;
+        client_.handle(event);
+    }
+}
+
+void TapSession::takeMappingChange() {
+    const auto oldKeys = keys_;
+    const auto oldMap = modifierMap_;
+    if (readKeyboard() && (oldKeys != keys_ || oldMap != modifierMap_)) {
+        refresh();
+    }
+}
+
+void TapSession::letGo() {
+    grabs_.releaseAll(modifierMap_);
+    autorepeat_.keepOff({});
+    wanted_ = {};
+    playingKeys_.reset();
+    sample_ = {};
+    handledKeys_.reset();
+    // Nothing is caught any more, but a press may have been just before; it is the front application's.
+    connection_.synchronize();
+    while (const Freed<xcb_generic_event_t> event{xcb_poll_for_queued_event(connection_.get())}) {
+        const auto read = EventReader::read(*event, connection_);
+        if (const auto* const press = std::get_if<GrabbedPress>(&read)) {
+            answer(*press, KeyboardTap::Verdict::pass);
+        } else if (const auto* const rawPress = std::get_if<EventReader::RawPress>(&read)) {
+            heldKeys_.set(rawPress->key);
+        } else if (const auto* const release = std::get_if<EventReader::RawRelease>(&read)) {
+            heldKeys_.reset(release->key);
+        }
+    }
+}
+
+} // namespace tavro::x11

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "KeyboardInput/KeyboardTap.h"
+#include "Platform/Linux/X11/AutorepeatSettings.h"
+#include "Platform/Linux/X11/Connection.h"
+#include "Platform/Linux/X11/EmergencyExit.h"
+#include "Platform/Linux/X11/EventReader.h"
+#include "Platform/Linux/X11/KeyGrabs.h"
+#include "Platform/Linux/X11/KeyGuard.h"
+#include "Platform/Linux/X11/ModifierMap.h"
+#include "Platform/Linux/X11/VerdictSample.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tavro::x11 {
+
+/// The work of the tap on one connection: reserves what the client wants, answers the presses, tells the
+/// releases. Made on one thread, then used on one other. Holds no lock while the client is called.
+class TapSession {
+public:
+    /// The connection and the client outlive this. The program is the one that guards the repeats.
+    TapSession(const Connection& connection, KeyboardTap::Client& client, std::string guardProgram,
+               std::string display);
+
+    /// Asks the server for what it needs to know. False when there is no answer.
+    [[nodiscard]] bool begin();
+
+    /// Takes keys, or lets all of them go.
+    void setOn(bool isOn);
+
+    /// Asks the client anew what it wants, and reserves that.
+    void refresh();
+
+    /// Works off the events that have come. Tells when the tap has come to its end by that.
+    [[nodiscard]] std::optional<KeyboardTap::End> takeEvents();
+
+private:
+    [[nodiscard]] bool readKeyboard();
+    void take(const GrabbedPress& press);
+    void take(const EventReader::RawRelease& release);
+    void takeMappingChange();
+    void answer(const GrabbedPress& press, KeyboardTap::Verdict verdict) const;
+    void reportTaken();
+    void letGo();
+
+    const Connection& connection_;
+    KeyboardTap::Client& client_;
+    KeyGuard guard_;
+    KeyGrabs grabs_;
+    AutorepeatSettings autorepeat_;
+    ModifierMap modifierMap_;
+    EmergencyExit emergencyExit_;
+    VerdictSample sample_;
+    PressTable wanted_;
+    /// Those of `wanted_`.
+    KeySet playingKeys_;
+    PressTable reportedTaken_;
+    KeySet keys_;
+    /// The keys that are down, as far as has been told.
+    KeySet heldKeys_;
+    /// The keys whose press the client has had and whose release it has not.
+    KeySet handledKeys_;
+    bool isOn_ = false;
+};
+
+} // namespace tavro::x11

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "Platform/Linux/Evdev/FileDescriptor.h"
+
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tavro::proof {
+
+/// Sees of the test's keyboards and their copies what the rest of the system sees: it opens each device as it
+/// comes, like a display server. A copy is shown by the name of its keyboard and an apostrophe.
+class Spectator {
+public:
+    /// Takes what has come, and waits for a moment when nothing has.
+    void look();
+
+    /// The keys that came since the last call, in the order of their times: "A' 30 1" is a press of the key
+    /// 30 on the copy of the keyboard A; the values are the kernel's.
+    [[nodiscard]] std::vector<std::string> takeKeys();
+
+    /// The pointer's movements among the keys: "A' REL_X 5".
+    void watchMovements() { watchesMovements_ = true; }
+
+    /// The raw codes among the keys: "A' raw 30".
+    void watchRawCodes() { watchesRawCodes_ = true; }
+
+    /// How often the key changed to the value on any device, taken or not.
+    [[nodiscard]] int count(std::uint16_t key, int value) const;
+
+    /// The keys that are down, with their devices.
+    [[nodiscard]] std::vector<std::string> held() const;
+
+    [[nodiscard]] bool has(const std::string& device) const;
+
+    /// The devices that are there, in alphabetical order.
+    [[nodiscard]] std::vector<std::string> devices() const;
+
+    /// The file of a device that is there; for what only the system does.
+    [[nodiscard]] int descriptor(const std::string& device) const;
+
+private:
+    struct Device {
+        std::string name;
+        evdev::FileDescriptor file;
+    };
+
+    struct Seen {
+        std::int64_t time;
+        std::string text;
+    };
+
+    void openNew();
+    void readFrom(const std::string& path);
+
+    std::map<std::string, Device> devices_;
+    std::vector<Seen> seen_;
+    std::map<std::pair<std::uint16_t, int>, int> counts_;
+    std::set<std::pair<std::string, std::uint16_t>> held_;
+    bool watchesMovements_ = false;
+    bool watchesRawCodes_ = false;
+};
+
+} // namespace tavro::proof

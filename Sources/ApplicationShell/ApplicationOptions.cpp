@@ -30,6 +30,10 @@ struct Options {
     void addTo(QCommandLineParser& parser) const {
         parser.setApplicationDescription(
             QStringLiteral("Turns the typing keyboard into a MIDI instrument controller."));
+        parser.addPositionalArgument(
+            QStringLiteral("FILE.tvp"),
+            QStringLiteral("A preset to open, as if it were chosen in the window. It joins the presets."),
+            QStringLiteral("[FILE.tvp]"));
         parser.addOptions({midi, version, help, selfTest, state, printStatus});
     }
 };
@@ -62,10 +66,17 @@ ApplicationOptions ApplicationOptions::parse(const QStringList& arguments,
     if (!parser.parse(arguments)) {
         throw Error(parser.errorText().toStdString());
     }
-    if (const auto positional = parser.positionalArguments(); !positional.isEmpty()) {
-        throw Error("unexpected argument \"" + positional.first().toStdString() + "\"");
+    const auto files = parser.positionalArguments();
+    if (files.size() > 1) {
+        throw Error("only one preset can be opened, found also \"" + files[1].toStdString() + "\"");
     }
     ApplicationOptions parsed;
+    if (!files.isEmpty()) {
+        if (files.first().isEmpty()) {
+            throw Error("the name of the preset's file is empty");
+        }
+        parsed.presetFile = files.first();
+    }
     if (parser.isSet(options.help)) {
         parsed.task = Task::showHelp;
     } else if (parser.isSet(options.version)) {
@@ -74,6 +85,7 @@ ApplicationOptions ApplicationOptions::parse(const QStringList& arguments,
         parsed.task = Task::selfTest;
     }
     if (parser.isSet(options.state)) {
+        parsed.hasInitialState = true;
         parsed.initialState = decodeState(parser.value(options.state).toStdString());
     }
     if (parser.isSet(options.midi)) {

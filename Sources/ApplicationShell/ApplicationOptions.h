@@ -19,8 +19,12 @@ struct ApplicationOptions {
     };
 
     Task task = Task::run;
-    /// The settings to start with.
+    /// Settings to start with, when `hasInitialState`; otherwise the chosen preset's are.
     PerformanceState initialState;
+    bool hasInitialState = false;
+    /// A preset to open at the start, as a path; empty when none is given. It joins the presets whatever else
+    /// is asked for; the settings to start with, when there are any, then stand in place of its own.
+    QString presetFile;
     /// Whether every status text is printed, for tests that look at the program from outside.
     bool printsStatus = false;
     /// The MIDI system to use: a name of `MidiSystemChooser`.

@@ -8,8 +8,9 @@
 namespace tavro {
 
 GlobalPlay::GlobalPlay(PerformanceController& performance, GlobalKeyboardController& globalKeyboard,
-                       ModifierNaming naming)
-    : performance_(performance), globalKeyboard_(globalKeyboard), naming_(naming) {}
+                       Preferences& preferences, ModifierNaming naming)
+    : performance_(performance), globalKeyboard_(globalKeyboard), preferences_(preferences), naming_(naming),
+      hotkey_(preferences.loadGlobalPlayHotkey()) {}
 
 void GlobalPlay::configureGlobalKeyboard() {
     globalKeyboard_.onKeyDown = [this](Character key) { performance_.handleKeyDown(key); };
@@ -35,21 +36,21 @@ void GlobalPlay::setGlobalPlayBinding(bool isOn) {
 
 void GlobalPlay::setGlobalPlayHotkey(const std::string& text, std::optional<std::int64_t> keyCode,
                                      HotkeyModifiers modifiers) {
-    text_ = toUtf8(ToggleHotkey::characterOf(text));
-    keyCode_ = keyCode;
-    modifiers_ = modifiers;
+    hotkey_ = {.key = toUtf8(ToggleHotkey::characterOf(text)), .keyCode = keyCode, .modifiers = modifiers};
+    preferences_.saveGlobalPlayHotkey(hotkey_);
     isRecording_ = false;
     passOnHotkey();
 }
 
 std::string GlobalPlay::globalPlayHotkeyCharacter() const {
     const auto layout = performance_.state().keyboardLayout;
-    const auto character = keyCode_ ? PhysicalKeyMapper::character(*keyCode_, layout) : std::nullopt;
-    return character ? toUtf8(*character) : text_;
+    const auto character =
+        hotkey_.keyCode ? PhysicalKeyMapper::character(*hotkey_.keyCode, layout) : std::nullopt;
+    return character ? toUtf8(*character) : hotkey_.key;
 }
 
 QString GlobalPlay::displayedGlobalPlayHotkey() const {
-    return QString::fromStdString(modifiers_.displayPrefix(naming_) + globalPlayHotkeyCharacter());
+    return QString::fromStdString(hotkey_.modifiers.displayPrefix(naming_) + globalPlayHotkeyCharacter());
 }
 
 void GlobalPlay::setRecordingGlobalPlayHotkey(bool isRecording) {
@@ -71,7 +72,7 @@ void GlobalPlay::setApplicationActive(bool isActive) {
 
 void GlobalPlay::passOnHotkey() {
     globalKeyboard_.setLayoutKind(performance_.state().keyboardLayout);
-    globalKeyboard_.setHotkey(globalPlayHotkeyCharacter(), keyCode_, modifiers_);
+    globalKeyboard_.setHotkey(globalPlayHotkeyCharacter(), hotkey_.keyCode, hotkey_.modifiers);
     // By another layout the same key may have another character.
     Q_EMIT hotkeyChanged();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ApplicationShell/AppPreferences.h"
 #include "ApplicationShell/PerformanceController.h"
 #include "KeyboardInput/GlobalKeyboardController.h"
 
@@ -18,9 +19,10 @@ class GlobalPlay : public QObject {
     Q_OBJECT
 
 public:
-    /// Both must outlive this. The hotkey is shown with its modifiers named that way.
+    /// All of them must outlive this. Begins with the stored hotkey, which is shown with its modifiers named
+    /// that way.
     GlobalPlay(PerformanceController& performance, GlobalKeyboardController& globalKeyboard,
-               ModifierNaming naming);
+               Preferences& preferences, ModifierNaming naming);
 
     /// Tells the system-wide keyboard whom it plays, by which layout, and its hotkey. Once, before use.
     void configureGlobalKeyboard();
@@ -32,13 +34,13 @@ public:
 
     void setGlobalPlayBinding(bool isOn);
 
-    /// Another hotkey, as it was recorded: the key's text, its position and the modifiers held.
+    /// Another hotkey, as it was recorded: the key's text, its position and the modifiers held. It is stored.
     void setGlobalPlayHotkey(const std::string& text, std::optional<std::int64_t> keyCode,
                              HotkeyModifiers modifiers);
 
-    [[nodiscard]] std::optional<std::int64_t> globalPlayHotkeyKeyCode() const { return keyCode_; }
+    [[nodiscard]] std::optional<std::int64_t> globalPlayHotkeyKeyCode() const { return hotkey_.keyCode; }
 
-    [[nodiscard]] HotkeyModifiers globalPlayHotkeyModifiers() const { return modifiers_; }
+    [[nodiscard]] HotkeyModifiers globalPlayHotkeyModifiers() const { return hotkey_.modifiers; }
 
     /// The hotkey's character on the current layout; where its position has none, the recorded text.
     [[nodiscard]] std::string globalPlayHotkeyCharacter() const;
@@ -66,10 +68,9 @@ private:
 
     PerformanceController& performance_;
     GlobalKeyboardController& globalKeyboard_;
+    Preferences& preferences_;
     ModifierNaming naming_;
-    std::string text_ = "^";
-    std::optional<std::int64_t> keyCode_;
-    HotkeyModifiers modifiers_;
+    GlobalPlayHotkeySettings hotkey_;
     bool isRecording_ = false;
 };
 

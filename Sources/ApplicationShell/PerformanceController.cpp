@@ -85,11 +85,18 @@ void PerformanceController::resetPlayingState(bool rebuildEngine, std::int64_t s
 }
 
 void PerformanceController::changeState(const PerformanceState& newState) {
-    if (newState == state_) {
-        return;
+    if (newState != state_) {
+        takeOver(newState, false);
     }
+}
+
+void PerformanceController::loadState(const PerformanceState& newState) {
+    takeOver(newState, true);
+}
+
+void PerformanceController::takeOver(const PerformanceState& newState, bool alwaysRebuilds) {
     const auto previous = std::exchange(state_, newState);
-    auto reaction = reactionTo(previous, state_);
+    const auto reaction = alwaysRebuilds ? SettingReaction::rebuild : reactionTo(previous, state_);
     if (state_.voicingComplexity != previous.voicingComplexity) {
         syncChordModeWithComplexity();
     }

@@ -57,6 +57,10 @@ public:
     /// sounds and replace the engine, some only silence, some apply from the next press.
     void changeState(const PerformanceState& newState);
 
+    /// The same for the settings of a preset, but whatever differs, and even if nothing does: what sounds is
+    /// silenced and the engine replaced.
+    void loadState(const PerformanceState& newState);
+
     /// Keys that the engine holds notes for.
     [[nodiscard]] const std::set<Character>& activeKeys() const { return activeKeys_; }
 
@@ -114,6 +118,7 @@ Q_SIGNALS:
     void playingStateReset();
 
 private:
+    void takeOver(const PerformanceState& newState, bool alwaysRebuilds);
     void silence(std::int64_t channel);
     void resetPlayingState(bool rebuildEngine, std::int64_t soundingChannel);
     void syncChordModeWithComplexity();

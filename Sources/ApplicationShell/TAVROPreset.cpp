@@ -13,6 +13,20 @@ const nlohmann::ordered_json& required(const nlohmann::ordered_json& json, const
 
 } // namespace
 
+const TAVROPreset& TAVROPreset::defaultPreset() {
+    static const TAVROPreset preset{.id = "default", .name = "Default", .state = {}, .isBuiltIn = true};
+    return preset;
+}
+
+nlohmann::ordered_json TAVROPreset::encode() const {
+    return {
+        {"id", id},
+        {"name", name},
+        {"state", PerformanceStateCoding::encode(state)},
+        {"isBuiltIn", isBuiltIn},
+    };
+}
+
 TAVROPreset TAVROPreset::decode(const nlohmann::ordered_json& json) {
     if (!json.is_object()) {
         throw DecodingError({}, "a preset object", json);

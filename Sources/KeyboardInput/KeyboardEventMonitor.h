@@ -47,6 +47,9 @@ public:
     /// Must outlive this. Null lets every key pass.
     void setTranslator(const KeyEventTranslator* translator);
 
+    /// Offers a key before the window sees it; true when it was played. See `KeyboardMonitorView`.
+    bool handleDirectly(const KeyEvent& event) { return view_->handleDirectly(event); }
+
     /// The hotkey's key as text; only its last character counts.
     [[nodiscard]] QString hotkey() const;
     void setHotkey(const QString& hotkey);

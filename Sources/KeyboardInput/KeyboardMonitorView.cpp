@@ -1,5 +1,7 @@
 #include "KeyboardInput/KeyboardMonitorView.h"
 
+#include "KeyboardMapping/PhysicalKeyMapper.h"
+
 #include <QKeyEvent>
 
 namespace tavro {
@@ -68,6 +70,17 @@ void KeyboardMonitorView::watchFocusObject(QObject* focusObject) {
     if (focusObject_ != nullptr && focusObject_ != window_) {
         focusObject_->installEventFilter(this);
     }
+}
+
+bool KeyboardMonitorView::handleDirectly(const KeyEvent& event) {
+    // Whatever is more than playing may open things; that is better done where Qt expects it.
+    const bool plays = PhysicalKeyMapper::character(event.keyCode, router.layoutKind).has_value() &&
+                       !router.isRecordingHotkey && !router.isToggleHotkey(event);
+    const auto now = context();
+    if (window_ == nullptr || !plays || router.verdict(event, now) != KeyEventRouter::Verdict::consume) {
+        return false;
+    }
+    return router.handle(event, now) == KeyEventRouter::Verdict::consume;
 }
 
 bool KeyboardMonitorView::eventFilter(QObject* watched, QEvent* event) {

@@ -30,6 +30,11 @@ public:
     /// Reads the windowing system's events; must outlive this. Without it every event passes.
     const KeyEventTranslator* translator = nullptr;
 
+    /// Offers a key that the window has not seen yet. True when it was played: then the window must not see
+    /// it. False when it is to go the window's way, where it comes here again; nothing has been done. Only
+    /// keys of the playing area are played so, and no hotkey.
+    bool handleDirectly(const KeyEvent& event);
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 protected:

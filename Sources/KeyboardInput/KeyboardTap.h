@@ -54,7 +54,7 @@ public:
         Client& operator=(const Client&) = delete;
 
         /// Acts on the event and tells what becomes of it. Called for every press, repeat and release of
-        /// which the tap knows; for keys that `wouldSwallow` answered with false it need not know any.
+        /// which the tap knows; for keys that `verdict` lets pass it need not know any.
         virtual Verdict handle(const Event& event) = 0;
 
         /// What `handle` would answer now, without acting.

@@ -1,7 +1,6 @@
 #include "ApplicationShell/MidiSystemChooser.h"
+#include "ApplicationShell/PresetFile.h"
 #include "ApplicationShell/QtMainActor.h"
-#include "ApplicationShell/TAVROPreset.h"
-#include "PerformanceModel/JsonDecoding.h"
 #include "Platform/Headless/MidiSystemAdapter.h"
 #include "Platform/Posix/TerminationSignals.h"
 #include "Player/DestinationChoice.h"
@@ -76,20 +75,22 @@ void writeFile(const QString& path, const std::vector<std::uint8_t>& content) {
     QSaveFile file(path);
     const auto size = static_cast<qint64>(content.size());
     if (!file.open(QIODevice::WriteOnly) ||
-        file.write(reinterpret_cast<const char*>(content.data()), size) != size || !file.commit()) {
+        file.write(reinterpret_cast<const char*>(content.data()), size) != size ||
+        // `commit` alone does not notice when its own flush fails.
+        !file.flush() || !file.commit()) {
         throwFileError(path, file);
     }
 }
 
 PerformanceState readPreset(const QString& path) {
-    const auto content = readFile(path);
-    try {
-        return TAVROPreset::decode(nlohmann::ordered_json::parse(content.begin(), content.end())).state;
-    } catch (const nlohmann::ordered_json::exception&) {
-        throw std::runtime_error(path.toStdString() + ": not a JSON file");
-    } catch (const DecodingError& error) {
-        throw std::runtime_error(path.toStdString() + ": " + error.what());
+    if (path != QLatin1String("-")) {
+        return PresetFile::read(path).state;
     }
+    QFile input;
+    if (!input.open(stdin, QIODevice::ReadOnly)) {
+        throwFileError(path, input);
+    }
+    return PresetFile::read(input, path).state;
 }
 
 std::unique_ptr<MidiSystem> openMidiSystem(const QString& name, [[maybe_unused]] MainActor& mainActor) {

@@ -9,6 +9,9 @@ Item {
     required property KeyboardGridModel grid
     required property MidiOutputPresenter output
     required property GlobalPlayPresenter globalPlay
+    // With one property, isEnabled.
+    required property QtObject launchAtLogin
+    required property PresetPresenter presets
     required property PickerChoices pickerChoices
     readonly property int designWidth: 1280
     readonly property int designHeight: 857
@@ -23,6 +26,18 @@ Item {
         hotkeyKeyCode: root.globalPlay.hotkeyKeyCode
         hotkeyModifiers: root.globalPlay.hotkeyModifiers
         isRecordingHotkey: root.globalPlay.isRecordingHotkey
+    }
+
+    // A preset file that is dropped on the window is loaded.
+    DropArea {
+        anchors.fill: parent
+        keys: ["text/uri-list"]
+        onDropped: drop => {
+            if (drop.hasUrls && drop.urls.length === 1) {
+                drop.acceptProposedAction()
+                root.presets.openFile(drop.urls[0])
+            }
+        }
     }
 
     // A press beside every control ends the editing of a number.
@@ -41,6 +56,7 @@ Item {
 
             output: root.output
             globalPlay: root.globalPlay
+            presets: root.presets
             x: Theme.margin
             y: 16
             width: parent.width - 2 * Theme.margin
@@ -237,6 +253,7 @@ Item {
             settings: root.settings
             output: root.output
             globalPlay: root.globalPlay
+            launchAtLogin: root.launchAtLogin
             pickerChoices: root.pickerChoices
             x: Theme.margin
             width: parent.width - 2 * Theme.margin

@@ -1,22 +1,62 @@
 import QtQuick
 import Tavro
 
-// The product mark, where the notes go, and the stop button.
+// The product mark, the presets, whether Global Play is on, where the notes go, and the stop button.
 Item {
     id: root
 
     required property MidiOutputPresenter output
     required property GlobalPlayPresenter globalPlay
+    required property PresetPresenter presets
 
     implicitHeight: 40
 
     Text {
+        id: mark
+
         anchors.verticalCenter: parent.verticalCenter
         text: qsTr("TAVRO")
         color: Theme.text
         font.pixelSize: 29
         font.weight: Font.Bold
         font.letterSpacing: 2
+    }
+
+    Picker {
+        id: presetPicker
+
+        anchors.left: mark.right
+        anchors.leftMargin: 28
+        anchors.verticalCenter: parent.verticalCenter
+        width: 232
+        label: qsTr("Preset")
+        choices: root.presets.presets
+        value: root.presets.selected
+        onChosen: value => root.presets.selected = value
+    }
+
+    IconButton {
+        id: saveButton
+
+        anchors.left: presetPicker.right
+        anchors.leftMargin: 8
+        label: qsTr("Save preset")
+        symbol: "Symbols/square.and.arrow.down.svg"
+        onClicked: dialogs.save()
+    }
+
+    IconButton {
+        anchors.left: saveButton.right
+        anchors.leftMargin: 8
+        label: qsTr("Load preset")
+        symbol: "Symbols/arrow.down.circle.svg"
+        onClicked: dialogs.load()
+    }
+
+    PresetDialogs {
+        id: dialogs
+
+        presets: root.presets
     }
 
     StatusPill {

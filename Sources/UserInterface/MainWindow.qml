@@ -10,10 +10,32 @@ T.ApplicationWindow {
     required property KeyboardGridModel grid
     required property MidiOutputPresenter output
     required property GlobalPlayPresenter globalPlay
+    // With one property, isEnabled.
+    required property QtObject launchAtLogin
+    required property PresetPresenter presets
     required property PickerChoices pickerChoices
 
     title: qsTr("TAVRO")
     color: Theme.surface
+    // For what is not ours: the file dialogs, where the desktop has none of its own.
+    palette {
+        window: Theme.panel
+        windowText: Theme.text
+        base: Theme.inset
+        alternateBase: Theme.panel
+        text: Theme.text
+        button: Theme.raised
+        buttonText: Theme.text
+        brightText: Theme.text
+        placeholderText: Theme.secondaryText
+        light: Theme.raised
+        midlight: Theme.raised
+        mid: Theme.strongHairline
+        dark: Theme.secondaryText
+        shadow: Theme.surface
+        highlight: Theme.litFill
+        highlightedText: Theme.text
+    }
     width: 1280
     height: Math.min(content.designHeight, Math.max(minimumHeight, Screen.desktopAvailableHeight - 40))
     minimumWidth: 720
@@ -26,6 +48,8 @@ T.ApplicationWindow {
         grid: window.grid
         output: window.output
         globalPlay: window.globalPlay
+        presets: window.presets
+        launchAtLogin: window.launchAtLogin
         pickerChoices: window.pickerChoices
         // Drawn at one size and scaled as a whole, so that every proportion stays as it is.
         scale: Math.min(window.width / width, window.height / height)

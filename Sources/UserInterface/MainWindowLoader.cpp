@@ -1,6 +1,5 @@
 #include "UserInterface/MainWindowLoader.h"
 
-#include "KeyboardInput/KeyboardEventMonitor.h"
 #include "UserInterface/SceneModule.h"
 #include "UserInterface/SceneSelfTest.h"
 
@@ -19,10 +18,9 @@ void useOwnFont() {
 
 } // namespace
 
-MainWindowLoader::MainWindowLoader(PerformanceController& controller, MidiOutputManager& midi,
-                                   GlobalPlay& globalPlay, const KeyEventTranslator& translator)
-    : controller_(controller), globalPlay_(globalPlay), translator_(translator), settings_(controller),
-      grid_(controller), output_(controller, midi), globalPlayShown_(globalPlay) {
+MainWindowLoader::MainWindowLoader(const Shell& shell)
+    : shell_(shell), settings_(shell.controller), grid_(shell.controller),
+      output_(shell.controller, shell.midi), globalPlay_(shell.globalPlay), presets_(shell.presets) {
     SceneModule::makeAvailable();
     useOwnFont();
 }
@@ -31,7 +29,9 @@ QVariantMap MainWindowLoader::initialProperties() {
     return {{QStringLiteral("settings"), QVariant::fromValue(&settings_)},
             {QStringLiteral("grid"), QVariant::fromValue(&grid_)},
             {QStringLiteral("output"), QVariant::fromValue(&output_)},
-            {QStringLiteral("globalPlay"), QVariant::fromValue(&globalPlayShown_)},
+            {QStringLiteral("globalPlay"), QVariant::fromValue(&globalPlay_)},
+            {QStringLiteral("presets"), QVariant::fromValue(&presets_)},
+            {QStringLiteral("launchAtLogin"), QVariant::fromValue<QObject*>(&shell_.launchAtLogin)},
             {QStringLiteral("pickerChoices"), QVariant::fromValue(&choices_)}};
 }
 
@@ -58,18 +58,23 @@ bool MainWindowLoader::connectKeys(QQuickWindow& window) {
         qCritical("The main window holds no keyboard monitor.");
         return false;
     }
-    monitor->setTranslator(&translator_);
+    monitor_ = monitor;
+    monitor->setTranslator(&shell_.translator);
     monitor->setActions({
-        .onKeyDown = [this](Character key) { controller_.handleKeyDown(key); },
-        .onKeyUp = [this](Character key) { controller_.handleKeyUp(key); },
+        .onKeyDown = [this](Character key) { shell_.controller.handleKeyDown(key); },
+        .onKeyUp = [this](Character key) { shell_.controller.handleKeyUp(key); },
         .onRecordedHotkey =
             [this](const std::string& text, std::int64_t keyCode, HotkeyModifiers modifiers) {
-                globalPlay_.setGlobalPlayHotkey(text, keyCode, modifiers);
+                shell_.globalPlay.setGlobalPlayHotkey(text, keyCode, modifiers);
             },
-        .onHotkey = [this] { globalPlay_.toggleGlobalPlay(); },
-        .onFocusChanged = [this](bool isFocused) { controller_.setFocused(isFocused); },
+        .onHotkey = [this] { shell_.globalPlay.toggleGlobalPlay(); },
+        .onFocusChanged = [this](bool isFocused) { shell_.controller.setFocused(isFocused); },
     });
     return true;
+}
+
+bool MainWindowLoader::handleKeyDirectly(const KeyEvent& event) {
+    return monitor_ != nullptr && monitor_->handleDirectly(event);
 }
 
 bool MainWindowLoader::selfTest() {

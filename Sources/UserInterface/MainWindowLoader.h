@@ -1,15 +1,20 @@
 #pragma once
 
 #include "ApplicationShell/GlobalPlay.h"
+#include "ApplicationShell/LaunchAtLogin.h"
 #include "ApplicationShell/PerformanceController.h"
+#include "ApplicationShell/PresetLibrary.h"
 #include "KeyboardInput/KeyEventTranslator.h"
+#include "KeyboardInput/KeyboardEventMonitor.h"
 #include "MidiOutput/MidiOutputManager.h"
 #include "UserInterface/GlobalPlayPresenter.h"
 #include "UserInterface/KeyboardGridModel.h"
 #include "UserInterface/MidiOutputPresenter.h"
 #include "UserInterface/PerformanceSettings.h"
 #include "UserInterface/PickerChoices.h"
+#include "UserInterface/PresetPresenter.h"
 
+#include <QPointer>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
 #include <QVariantMap>
@@ -20,9 +25,17 @@ namespace tavro {
 /// controller. One per program, after the application object.
 class MainWindowLoader {
 public:
-    /// All of them must outlive this.
-    MainWindowLoader(PerformanceController& controller, MidiOutputManager& midi, GlobalPlay& globalPlay,
-                     const KeyEventTranslator& translator);
+    /// What the window shows and works on. All of it must outlive the loader.
+    struct Shell {
+        PerformanceController& controller;
+        MidiOutputManager& midi;
+        GlobalPlay& globalPlay;
+        PresetLibrary& presets;
+        LaunchAtLogin& launchAtLogin;
+        const KeyEventTranslator& translator;
+    };
+
+    explicit MainWindowLoader(const Shell& shell);
 
     /// Creates the main window and shows it. False when it cannot be created; the reasons went to the error
     /// output.
@@ -30,6 +43,10 @@ public:
 
     /// Null before `load` and after a failed one.
     [[nodiscard]] QQuickWindow* window() const;
+
+    /// Plays a key that the window has not seen yet, when it is one of the playing area and no text field and
+    /// no popup wants it. False when it is to go the window's way; nothing has been done.
+    bool handleKeyDirectly(const KeyEvent& event);
 
     /// Compiles and creates every component of the scene's module, without showing a window. True when
     /// nothing was wrong, a warning at run time included; else each went to the error output, with its file's
@@ -40,14 +57,15 @@ private:
     [[nodiscard]] QVariantMap initialProperties();
     [[nodiscard]] bool connectKeys(QQuickWindow& window);
 
-    PerformanceController& controller_;
-    GlobalPlay& globalPlay_;
-    const KeyEventTranslator& translator_;
+    Shell shell_;
     PerformanceSettings settings_;
     KeyboardGridModel grid_;
     MidiOutputPresenter output_;
-    GlobalPlayPresenter globalPlayShown_;
+    GlobalPlayPresenter globalPlay_;
+    PresetPresenter presets_;
     PickerChoices choices_;
+    /// Owned by the scene.
+    QPointer<KeyboardEventMonitor> monitor_;
     // Last, so that the scene is gone before what it shows.
     QQmlApplicationEngine engine_;
 };

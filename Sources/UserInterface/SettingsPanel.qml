@@ -8,6 +8,8 @@ Rectangle {
     required property PerformanceSettings settings
     required property MidiOutputPresenter output
     required property GlobalPlayPresenter globalPlay
+    // With one property, isEnabled.
+    required property QtObject launchAtLogin
     required property PickerChoices pickerChoices
 
     implicitHeight: 112
@@ -92,8 +94,9 @@ Rectangle {
         }
     }
 
-    GlobalPlaySettings {
+    AvailabilitySettings {
         globalPlay: root.globalPlay
+        launchAtLogin: root.launchAtLogin
         x: Theme.padding
         anchors.top: routing.bottom
         anchors.topMargin: 14

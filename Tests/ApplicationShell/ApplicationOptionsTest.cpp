@@ -23,6 +23,8 @@ TEST(ApplicationOptions, runByDefaultWithTheDefaultSettings) {
     const auto options = parse({});
     EXPECT_EQ(options.task, ApplicationOptions::Task::run);
     EXPECT_EQ(options.initialState, PerformanceState());
+    EXPECT_FALSE(options.hasInitialState);
+    EXPECT_EQ(options.presetFile, QString());
     EXPECT_FALSE(options.printsStatus);
 }
 
@@ -35,6 +37,18 @@ TEST(ApplicationOptions, tellTheTask) {
 TEST(ApplicationOptions, takeSettings) {
     const auto options = parse({QStringLiteral("--state"), QStringLiteral(R"({"velocity":3})")});
     EXPECT_EQ(options.initialState, (PerformanceState{.velocity = 3}));
+    EXPECT_TRUE(options.hasInitialState);
+}
+
+TEST(ApplicationOptions, takeOnePresetAnywhere) {
+    EXPECT_EQ(parse({QStringLiteral("a b.tvp")}).presetFile, QStringLiteral("a b.tvp"));
+    const auto options = parse({QStringLiteral("--state"), QStringLiteral(R"({"velocity":3})"),
+                                QStringLiteral("song.tvp"), QStringLiteral("--midi=jack")});
+    EXPECT_EQ(options.presetFile, QStringLiteral("song.tvp"));
+    EXPECT_EQ(options.initialState.velocity, 3);
+    EXPECT_EQ(options.midi, QStringLiteral("jack"));
+    EXPECT_EQ(parse({QStringLiteral("--"), QStringLiteral("--odd.tvp")}).presetFile,
+              QStringLiteral("--odd.tvp"));
 }
 
 TEST(ApplicationOptions, chooseTheMidiSystemByOptionThenEnvironmentThenByItself) {
@@ -53,7 +67,9 @@ TEST(ApplicationOptions, refuseMidiSystemsThatNobodyKnows) {
 }
 
 TEST(ApplicationOptions, refuseWhatTheyDoNotUnderstand) {
-    EXPECT_EQ(errorOf({QStringLiteral("song.mid")}), "unexpected argument \"song.mid\"");
+    EXPECT_EQ(errorOf({QStringLiteral("a.tvp"), QStringLiteral("b.tvp")}),
+              "only one preset can be opened, found also \"b.tvp\"");
+    EXPECT_EQ(errorOf({QString()}), "the name of the preset's file is empty");
     EXPECT_NE(errorOf({QStringLiteral("--loud")}).find("loud"), std::string::npos);
     EXPECT_EQ(errorOf({QStringLiteral("--state"), QStringLiteral("{")}), "--state: not JSON: {");
     EXPECT_EQ(errorOf({QStringLiteral("--state"), QStringLiteral(R"({"velocity":"3"})")}),
@@ -65,6 +81,7 @@ TEST(ApplicationOptions, helpShowsWhatUsersNeedAndNoMore) {
     EXPECT_TRUE(help.contains(QStringLiteral("--version")));
     EXPECT_TRUE(help.contains(QStringLiteral("--midi")));
     EXPECT_TRUE(help.contains(QStringLiteral("TAVRO_MIDI")));
+    EXPECT_TRUE(help.contains(QStringLiteral("[FILE.tvp]")));
     EXPECT_FALSE(help.contains(QStringLiteral("--self-test")));
 }
 

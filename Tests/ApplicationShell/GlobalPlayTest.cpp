@@ -1,7 +1,9 @@
 #include "ApplicationShell/GlobalPlay.h"
 
 #include "ApplicationShell/ControllerFixture.h"
+#include "Platform/Headless/BootClockAdapter.h"
 #include "Platform/Headless/KeyboardTapAdapter.h"
+#include "Platform/Headless/UserDefaultsAdapter.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -38,7 +40,10 @@ protected:
     ControllerFixture instrument;
     headless::KeyboardTapAdapter tap;
     GlobalKeyboardController globalKeyboard{tap, instrument.mainActor};
-    GlobalPlay globalPlay{instrument.controller, globalKeyboard, ModifierNaming::words};
+    headless::UserDefaultsAdapter defaults;
+    headless::BootClockAdapter bootClock;
+    Preferences preferences{defaults, bootClock};
+    GlobalPlay globalPlay{instrument.controller, globalKeyboard, preferences, ModifierNaming::words};
 
 private:
     Verdict deliver(const KeyboardTap::Event& event) {
@@ -149,9 +154,17 @@ TEST_F(GlobalPlayTest, showsTheRecordedTextWhereThePositionHasNoCharacter) {
 }
 
 TEST_F(GlobalPlayTest, namesModifiersByTheirSymbolsWhereKeyboardsDo) {
-    GlobalPlay withSymbols(instrument.controller, globalKeyboard, ModifierNaming::symbols);
+    GlobalPlay withSymbols(instrument.controller, globalKeyboard, preferences, ModifierNaming::symbols);
     withSymbols.setGlobalPlayHotkey("k", 40, HotkeyModifiers::option | HotkeyModifiers::command);
     EXPECT_EQ(withSymbols.displayedGlobalPlayHotkey().toStdString(), "⌥⌘k");
+}
+
+TEST_F(GlobalPlayTest, storesTheHotkeyAndBeginsWithTheStoredOne) {
+    globalPlay.setGlobalPlayHotkey("K", 40, HotkeyModifiers::control);
+    GlobalPlay next(instrument.controller, globalKeyboard, preferences, ModifierNaming::words);
+    EXPECT_EQ(next.displayedGlobalPlayHotkey().toStdString(), "Ctrl+k");
+    next.configureGlobalKeyboard();
+    EXPECT_EQ(globalKeyboard.hotkey(), (ToggleHotkey{U'k', 40, HotkeyModifiers::control}));
 }
 
 TEST_F(GlobalPlayTest, leavesTheKeysToItsOwnWindow) {

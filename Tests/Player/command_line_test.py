@@ -3,6 +3,8 @@
 import json
 import os
 import pathlib
+import resource
+import signal
 import subprocess
 import tempfile
 import unittest
@@ -84,6 +86,23 @@ class Usage(unittest.TestCase):
                     self.assertEqual(result.returncode, 1)
                     self.assertIn(folder, result.stderr)
 
+    def test_a_file_that_cannot_be_written_whole_leaves_the_old_one(self):
+        def small_files():
+            signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+            resource.setrlimit(resource.RLIMIT_FSIZE, (10, 10))
+
+        with tempfile.TemporaryDirectory() as folder:
+            target = pathlib.Path(folder, "old.mid")
+            target.write_bytes(b"old")
+            result = subprocess.run(
+                [PLAYER, "--out", str(target)], input="down a", capture_output=True, text=True, timeout=60,
+                check=False, preexec_fn=small_files,
+            )
+            self.assertEqual(result.returncode, 1)
+            self.assertEqual(result.stderr, f"tavro-play: {target}: File too large\n")
+            self.assertEqual(target.read_bytes(), b"old")
+            self.assertEqual(os.listdir(folder), ["old.mid"])
+
     def test_formats(self):
         script = "set humanizeVelocity 0\ndown a\n"
         self.assertEqual(play("--format", "jsonl", script=script).stdout, '{"t":0,"midi":[144,60,100]}\n')
@@ -94,9 +113,11 @@ class Presets(unittest.TestCase):
     STATE = {"velocity": 33, "humanizeVelocity": 0}
 
     def preset(self, content):
-        file = tempfile.NamedTemporaryFile("w", suffix=".tvp", encoding="utf-8")
+        file = tempfile.NamedTemporaryFile(suffix=".tvp")
         self.addCleanup(file.close)
-        file.write(content if isinstance(content, str) else json.dumps(content))
+        if not isinstance(content, (str, bytes)):
+            content = json.dumps(content)
+        file.write(content if isinstance(content, bytes) else content.encode())
         file.flush()
         return file.name
 
@@ -107,19 +128,68 @@ class Presets(unittest.TestCase):
 
     def test_bad_presets_are_named_with_the_reason(self):
         for content, reason in (
-            ("", "not a JSON file"),
-            ("{", "not a JSON file"),
+            ("", "empty"),
+            ("{\n", "not JSON: the text ends too early, at line 2, column 1"),
+            ("{\n x", "not JSON at line 2, column 2"),
+            (b"\xff\xfe{", "not UTF-8"),
+            (b"[" * 1000000, "objects and arrays more than 32 deep in each other"),
+            (b" " * (1024 * 1024 + 1), "larger than 1 MiB, which no preset is"),
             ([], "expected a preset object"),
             ({"id": "1", "name": "Soft", "state": self.STATE}, '"isBuiltIn"'),
             ({"id": "1", "name": "Soft", "state": {"velocity": "3"}, "isBuiltIn": False}, '"velocity"'),
         ):
-            with self.subTest(content=content):
-                name = self.preset(content)
-                result = play("--preset", name, script="down a")
-                self.assertEqual(result.returncode, 1)
-                self.assertIn(name, result.stderr)
-                self.assertIn(reason, result.stderr)
-                self.assertEqual(result.stdout, "")
+            with self.subTest(reason=reason):
+                self.assert_refused(self.preset(content), reason)
+
+    def assert_refused(self, name, reason):
+        result = play("--preset", name, script="down a")
+        self.assertEqual(result.returncode, 1)
+        self.assertTrue(result.stderr.startswith(f"tavro-play: {name}: "), result.stderr)
+        self.assertIn(reason, result.stderr)
+        self.assertEqual(result.stdout, "")
+
+    def test_what_is_no_file_is_never_waited_for(self):
+        with tempfile.TemporaryDirectory() as folder:
+            pipe, dangling = f"{folder}/pipe.tvp", f"{folder}/dangling.tvp"
+            os.mkfifo(pipe)
+            os.symlink(f"{folder}/gone", dangling)
+            self.assert_refused(pipe, "a device or a pipe, not a file")
+            self.assert_refused("/dev/zero", "a device or a pipe, not a file")
+            self.assert_refused(folder, "a folder, not a file")
+            self.assert_refused(dangling, f"a link to {folder}/gone, which is not there")
+            self.assert_refused(f"{folder}/none.tvp", "No such file or directory")
+
+    def test_a_preset_from_standard_input(self):
+        preset = {"id": "1", "name": "Soft", "state": self.STATE, "isBuiltIn": False}
+        with tempfile.NamedTemporaryFile("w", suffix=".keys") as script:
+            script.write("down a")
+            script.flush()
+            arguments = ("--format", "jsonl", "--preset", "-", script.name)
+            result = play(*arguments, script="\ufeff" + json.dumps(preset))
+            self.assertEqual(result.stdout, '{"t":0,"midi":[144,60,33]}\n', result.stderr)
+            result = play(*arguments, script="{")
+            self.assertEqual(result.returncode, 1)
+            self.assertIn("tavro-play: -: not JSON", result.stderr)
+            with open("/dev/zero", "rb") as endless:
+                command = subprocess.run(
+                    [PLAYER, *arguments], stdin=endless, capture_output=True, text=True, timeout=60, check=False
+                )
+            self.assertEqual(command.returncode, 1)
+            self.assertIn("tavro-play: -: larger than 1 MiB", command.stderr)
+
+    def test_the_examples_are_heard(self):
+        script = "set humanizeVelocity 0\ndown y\nat 500\nup y\nat 600\ndown q\n"
+        for name, notes in (
+            # A ninth chord over its bass; Smart Hold keeps it, and the next cluster takes its place.
+            ("dorian-pads", [50, 38, 60, 64, 65, 74, 62, 84, 88, 89]),
+            # A triad over its bass, then a single melody note.
+            ("songwriter-split", [55, 43, 59, 62, 91]),
+        ):
+            with self.subTest(name=name):
+                result = play("--format", "jsonl", "--preset", str(EXAMPLES / f"{name}.tvp"), script=script)
+                self.assertEqual(result.returncode, 0, result.stderr)
+                messages = messages_printed(result.stdout)
+                self.assertEqual([m[1] for _, m in messages if m[0] & 0xF0 == 0x90], notes)
 
 
 class MidiFiles(unittest.TestCase):

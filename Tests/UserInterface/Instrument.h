@@ -1,11 +1,18 @@
 #pragma once
 
 #include "ApplicationShell/GlobalPlay.h"
+#include "ApplicationShell/LaunchAtLogin.h"
 #include "ApplicationShell/PerformanceController.h"
+#include "ApplicationShell/PresetLibrary.h"
 #include "Concurrency/VirtualMainActor.h"
 #include "MidiOutput/MidiOutputManager.h"
+#include "Platform/Headless/BootClockAdapter.h"
 #include "Platform/Headless/KeyboardTapAdapter.h"
+#include "Platform/Headless/LoginItemServiceAdapter.h"
 #include "Platform/Headless/MidiSystemAdapter.h"
+#include "Platform/Headless/SystemBeepAdapter.h"
+#include "Platform/Headless/UserDefaultsAdapter.h"
+#include "UserInterface/MainWindowLoader.h"
 
 #include <cstdint>
 #include <vector>
@@ -30,13 +37,32 @@ public:
         return taken;
     }
 
+    /// For a window over it.
+    MainWindowLoader::Shell shell(const KeyEventTranslator& translator) {
+        return {.controller = controller,
+                .midi = midi,
+                .globalPlay = globalPlay,
+                .presets = presets,
+                .launchAtLogin = launchAtLogin,
+                .translator = translator};
+    }
+
     VirtualMainActor actor;
     headless::MidiSystemAdapter system;
     MidiOutputManager midi{system, actor};
     PerformanceController controller;
     headless::KeyboardTapAdapter tap;
     GlobalKeyboardController globalKeyboard{tap, actor};
-    GlobalPlay globalPlay{controller, globalKeyboard, ModifierNaming::words};
+    headless::UserDefaultsAdapter defaults;
+    headless::BootClockAdapter bootClock;
+    Preferences preferences{defaults, bootClock};
+    GlobalPlay globalPlay{controller, globalKeyboard, preferences, ModifierNaming::words};
+    headless::SystemBeepAdapter systemBeep;
+    PresetStore presetStore{defaults, preferences};
+    PresetLibrary presets{controller, presetStore, defaults, systemBeep, {}};
+    headless::LoginItemServiceAdapter loginItemService;
+    LoginItemController loginItem{loginItemService, defaults, preferences};
+    LaunchAtLogin launchAtLogin{loginItem};
 
 private:
     static PerformanceState even(PerformanceState state) {

@@ -110,7 +110,7 @@ protected:
     QtMessageHandler previousHandler_ = nullptr;
     Instrument instrument_;
     const headless::KeyEventTranslatorAdapter translator_;
-    MainWindowLoader loader_{instrument_.controller, instrument_.midi, instrument_.globalPlay, translator_};
+    MainWindowLoader loader_{instrument_.shell(translator_)};
     QQuickWindow* window_ = nullptr;
     quint64 timestamp_ = 0;
     const KeyEvents a_{.evdevCode = KEY_A, .key = Qt::Key_A};

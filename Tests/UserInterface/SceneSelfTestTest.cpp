@@ -13,8 +13,7 @@ namespace {
 TEST(SceneSelfTest, FindsNothingWrong) {
     Instrument instrument;
     const headless::KeyEventTranslatorAdapter translator;
-    EXPECT_TRUE(MainWindowLoader(instrument.controller, instrument.midi, instrument.globalPlay, translator)
-                    .selfTest());
+    EXPECT_TRUE(MainWindowLoader(instrument.shell(translator)).selfTest());
 }
 
 TEST(SceneSelfTest, TriesEveryFile) {

@@ -53,6 +53,13 @@ class Display:
         """Presses and releases each key; a name with plus signs is a combination."""
         self._do(*(word for key in keys for word in ("key", key)))
 
+    def type(self, text):
+        self._do("type", text)
+
+    def at_once(self, *words):
+        """Commands of xdotool, each right behind the other."""
+        self._do(*words)
+
     def windows(self, name):
         return self._xdotool("search", "--onlyvisible", "--name", f"^{name}$").stdout.split()
 
@@ -63,6 +70,13 @@ class Display:
         """Brings a window to the front and waits until the keys go to it."""
         self._do("windowactivate", window)
         wait_for(lambda: self._xdotool("getwindowfocus").stdout.strip() == window, "the keyboard focus")
+
+    def click(self, window, x, y):
+        """Clicks in a window; numbers below zero count from its right and its bottom edge."""
+        geometry = self._do("getwindowgeometry", "--shell", window)
+        size = dict(line.split("=") for line in geometry.split())
+        x, y = x % int(size["WIDTH"]), y % int(size["HEIGHT"])
+        self._do("mousemove", "--window", window, x, y, "click", 1)
 
 
 class KeyWatch:

@@ -2,6 +2,7 @@ import re
 
 from .adapter_probe import Probe
 from .sandbox import built_program, tool
+from .terminal import Terminal
 from .waiting import wait_for
 
 # Places of keys, as the tap names them, and the modifiers it tells.
@@ -58,32 +59,20 @@ class TapProbe(Probe):
             raise AssertionError(f"{what}: wanted {wanted}, the tap told {look()}")
 
 
-class Terminal:
-    """A terminal in front, and the bytes that its program receives."""
+class TapTerminal(Terminal):
+    """The terminal in front of the tap, which compares what it receives."""
 
     def __init__(self, sandbox, display):
-        self._file = sandbox.folder / "received"
+        super().__init__(sandbox, display)
         self._display = display
-        script = f"stty raw -echo; : > '{self._file}'; exec cat >> '{self._file}'"
-        resources = ["-xrm", "XTerm*metaSendsEscape: true", "-xrm", "XTerm*eightBitInput: false"]
-        sandbox.start("xterm", [tool("xterm"), "-T", "Terminal", *resources, "-e", "sh", "-c", script])
-        self.window = display.wait_for_window("Terminal")
-        display.activate(self.window)
-        wait_for(self._file.exists, "the program in the terminal")
-
-    def received(self):
-        return self._file.read_bytes()
 
     def wait_for(self, wanted):
-        """Waits for so many bytes, and for a line break typed behind them, and compares."""
+        """Waits for what was typed so far, and for a line break typed behind it, and compares."""
         self._display.tap("Return")
         wait_for(lambda: self.received().endswith(b"\r"), lambda: f"{wanted}; received {self.received()}")
         if self.received() != wanted + b"\r":
             raise AssertionError(f"the terminal wanted {wanted!r}, received {self.received()!r}")
         self.forget()
-
-    def forget(self):
-        self._file.write_bytes(b"")
 
 
 def repeating_keys(sandbox):

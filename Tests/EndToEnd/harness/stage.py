@@ -19,8 +19,8 @@ class StageTest(EndToEndTest):
         self.display = Display(self.sandbox)
         self.recorder = Recorder(self.sandbox)
 
-    def play(self, state=None):
-        self.application = Application(self.sandbox, self.display, state)
+    def play(self, state=None, files=()):
+        self.application = Application(self.sandbox, self.display, state, files=files)
         self.recorder.wait_for_connection()
 
     def assert_notes(self, expected):

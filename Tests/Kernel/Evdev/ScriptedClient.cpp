@@ -3,6 +3,7 @@
 #include "Platform/Linux/EvdevKeyCodes.h"
 
 #include <map>
+#include <utility>
 
 namespace tavro::proof {
 
@@ -29,10 +30,9 @@ std::string describe(const KeyboardTap::Event& event) {
     if (event.modifiers != HotkeyModifiers()) {
         text += ' ';
     }
-    for (const auto& [modifier, letter] : {std::pair(HotkeyModifiers::shift, 'S'),
-                                           std::pair(HotkeyModifiers::control, 'C'),
-                                           std::pair(HotkeyModifiers::option, 'A'),
-                                           std::pair(HotkeyModifiers::command, 'M')}) {
+    for (const auto& [modifier, letter] :
+         {std::pair(HotkeyModifiers::shift, 'S'), std::pair(HotkeyModifiers::control, 'C'),
+          std::pair(HotkeyModifiers::option, 'A'), std::pair(HotkeyModifiers::command, 'M')}) {
         if (event.modifiers.contains(modifier)) {
             text += letter;
         }

@@ -81,11 +81,12 @@ void Spectator::readFrom(const std::string& path) {
         expect(event.type != EV_SYN || event.code != SYN_DROPPED, "the spectator was too slow");
         const auto time = event.input_event_sec * 1'000'000 + event.input_event_usec;
         auto see = [&](const std::string& what) {
-            seen_.push_back({time, device.name + ' ' + what + ' ' + std::to_string(event.value)});
+            seen_.emplace(time, device.name + ' ' + what + ' ' + std::to_string(event.value));
         };
         if (event.type == EV_KEY) {
             see(std::to_string(event.code));
             ++counts_[{event.code, event.value}];
+            latestDevices_[event.code] = device.name;
             if (event.value == 0) {
                 held_.erase({device.name, event.code});
             } else {
@@ -94,7 +95,7 @@ void Spectator::readFrom(const std::string& path) {
         } else if (event.type == EV_REL && watchesMovements_) {
             see(event.code == REL_X ? "REL_X" : "REL_Y");
         } else if (event.type == EV_MSC && watchesRawCodes_) {
-            seen_.push_back({time, device.name + " raw " + std::to_string(event.value - 0x70000)});
+            seen_.emplace(time, device.name + " raw " + std::to_string(event.value - 0x70000));
         }
     }
     if (size < 0 && errno == ENODEV) {
@@ -105,10 +106,9 @@ void Spectator::readFrom(const std::string& path) {
 }
 
 std::vector<std::string> Spectator::takeKeys() {
-    std::ranges::stable_sort(seen_, {}, &Seen::time);
     std::vector<std::string> keys;
-    for (auto& seen : seen_) {
-        keys.push_back(std::move(seen.text));
+    for (auto& [time, text] : seen_) {
+        keys.push_back(std::move(text));
     }
     seen_.clear();
     return keys;
@@ -117,6 +117,11 @@ std::vector<std::string> Spectator::takeKeys() {
 int Spectator::count(std::uint16_t key, int value) const {
     const auto found = counts_.find({key, value});
     return found == counts_.end() ? 0 : found->second;
+}
+
+std::string Spectator::latestDeviceOf(std::uint16_t key) const {
+    const auto found = latestDevices_.find(key);
+    return found == latestDevices_.end() ? std::string() : found->second;
 }
 
 std::vector<std::string> Spectator::held() const {
@@ -140,14 +145,18 @@ std::vector<std::string> Spectator::devices() const {
     return names;
 }
 
-int Spectator::descriptor(const std::string& device) const {
+std::string Spectator::pathOf(const std::string& device) const {
     for (const auto& [path, candidate] : devices_) {
         if (candidate.name == device) {
-            return candidate.file.number();
+            return path;
         }
     }
     expect(false, "there is no device " + device);
-    return -1;
+    return {};
+}
+
+int Spectator::descriptor(const std::string& device) const {
+    return devices_.at(pathOf(device)).file.number();
 }
 
 } // namespace tavro::proof

@@ -31,6 +31,9 @@ public:
     /// How often the key changed to the value on any device, taken or not.
     [[nodiscard]] int count(std::uint16_t key, int value) const;
 
+    /// On which device the key changed last; empty when on none.
+    [[nodiscard]] std::string latestDeviceOf(std::uint16_t key) const;
+
     /// The keys that are down, with their devices.
     [[nodiscard]] std::vector<std::string> held() const;
 
@@ -39,7 +42,10 @@ public:
     /// The devices that are there, in alphabetical order.
     [[nodiscard]] std::vector<std::string> devices() const;
 
-    /// The file of a device that is there; for what only the system does.
+    /// The file of a device that is there.
+    [[nodiscard]] std::string pathOf(const std::string& device) const;
+
+    /// The same, opened; for what only the system does.
     [[nodiscard]] int descriptor(const std::string& device) const;
 
 private:
@@ -48,17 +54,14 @@ private:
         evdev::FileDescriptor file;
     };
 
-    struct Seen {
-        std::int64_t time;
-        std::string text;
-    };
-
     void openNew();
     void readFrom(const std::string& path);
 
     std::map<std::string, Device> devices_;
-    std::vector<Seen> seen_;
+    /// By their times; of the same time in the order of reading.
+    std::multimap<std::int64_t, std::string> seen_;
     std::map<std::pair<std::uint16_t, int>, int> counts_;
+    std::map<std::uint16_t, std::string> latestDevices_;
     std::set<std::pair<std::string, std::uint16_t>> held_;
     bool watchesMovements_ = false;
     bool watchesRawCodes_ = false;

@@ -41,16 +41,51 @@ bool Stage::settle(TestKeyboard& marked) {
             return spectator.count(ScriptedClient::marker, 0) > seen && client.markers() > told;
         },
         "the keys to come through");
-    const auto keys = spectator.takeKeys();
-    auto wasGrabbed = false;
-    // What is not the marker is seen another time.
-    for (const auto& key : keys) {
-        if (key == marked.name() + "' " + std::to_string(ScriptedClient::marker) + " 0") {
-            wasGrabbed = true;
-        }
-    }
-    spectator.putBack(keys);
-    return wasGrabbed;
+    return spectator.latestDeviceOf(ScriptedClient::marker) == marked.name() + "'";
+}
+
+void Stage::waitUntilGrabbed(TestKeyboard& marked) {
+    waitFor([&] { return settle(marked); }, "the grab of " + marked.name());
+}
+
+void Stage::waitUntilFree(TestKeyboard& marked) {
+    waitFor([&] { return !settle(marked); }, "the end of the grab of " + marked.name());
+}
+
+void Stage::waitForDevice(const std::string& device) {
+    waitFor(
+        [&] {
+            spectator.look();
+            return spectator.has(device);
+        },
+        "the device " + device);
+}
+
+void Stage::waitForNoDevice(const std::string& device) {
+    waitFor(
+        [&] {
+            spectator.look();
+            return !spectator.has(device);
+        },
+        "the end of the device " + device);
+}
+
+void Stage::expectSeen(const std::vector<std::string>& keys) {
+    settle();
+    expectEqual(takeSeen(), keys, "what others see");
+}
+
+void Stage::expectTold(const std::vector<std::string>& keys) {
+    expectEqual(client.takeTold(), keys, "what the client is told");
+}
+
+std::vector<std::string> Stage::takeSeen() {
+    auto keys = spectator.takeKeys();
+    const auto marker = std::to_string(ScriptedClient::marker);
+    std::erase_if(keys, [&](const std::string& key) {
+        return key.find(' ' + marker + ' ') != std::string::npos || key.ends_with(" raw " + marker);
+    });
+    return keys;
 }
 
 } // namespace tavro::proof

@@ -47,6 +47,10 @@ TestKeyboard::TestKeyboard(const std::string& name, Kind kind) : name_(name) {
     expect(status == 0, "cannot make the keyboard " + name);
     reader_ = evdev::FileDescriptor(open(path().c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     expect(reader_.isOpen(), "cannot open the keyboard " + name);
+    // A slow machine must not make repeats of keys that are only held.
+    std::array<unsigned int, REP_CNT> rate{60'000, 60'000};
+    expect(kind == Kind::mouse || ioctl(reader_.number(), EVIOCSREP, rate.data()) == 0,
+           "cannot set the rate of repetition of " + name);
 }
 
 TestKeyboard::~TestKeyboard() {

@@ -123,7 +123,12 @@ std::optional<KeyboardTap::Verdict> CaptureThread::tell(const KeyBalance::Change
     if (!isPress || change.isGrabbed) {
         return client_.handle(event);
     }
-    if (!swallowed_.isToldUngrabbed(change.evdevCode, event.modifiers, client_.verdict(event))) {
+    const auto expected = client_.verdict(event);
+    if (expected == KeyboardTap::Verdict::swallow) {
+        // The client may have begun to play a moment ago, and its notice of that is still to be read.
+        swallowed_.ask(client_);
+    }
+    if (!swallowed_.isToldUngrabbed(change.evdevCode, event.modifiers, expected)) {
         return std::nullopt;
     }
     const auto verdict = client_.handle(event);

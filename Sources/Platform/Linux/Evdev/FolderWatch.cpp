@@ -1,6 +1,7 @@
 #include "Platform/Linux/Evdev/FolderWatch.h"
 
 #include <array>
+#include <cstdint>
 #include <cstring>
 
 #include <sys/inotify.h>
@@ -14,6 +15,8 @@ FolderWatch::FolderWatch(const std::string& folder) : file_(inotify_init1(IN_NON
         watch_ = inotify_add_watch(file_.number(), folder.c_str(),
                                    IN_CREATE | IN_MOVED_TO | IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF |
                                        IN_ONLYDIR);
+        // A folder that is removed while its files are open tells so only in the folder it was in.
+        inotify_add_watch(file_.number(), (folder + "/..").c_str(), IN_DELETE | IN_ONLYDIR);
     }
 }
 
@@ -32,7 +35,8 @@ FolderWatch::Notice FolderWatch::take() {
         while (place + sizeof(inotify_event) <= static_cast<std::size_t>(size)) {
             inotify_event event{};
             std::memcpy(&event, buffer.data() + place, sizeof event);
-            if ((event.mask & (IN_DELETE_SELF | IN_MOVE_SELF | IN_UNMOUNT | IN_IGNORED)) != 0) {
+            constexpr std::uint32_t endMask = IN_DELETE_SELF | IN_MOVE_SELF | IN_UNMOUNT | IN_IGNORED;
+            if (event.wd == watch_ && (event.mask & endMask) != 0) {
                 return Notice::lost;
             }
             notice = Notice::changed;

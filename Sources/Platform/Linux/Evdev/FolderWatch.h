@@ -17,7 +17,8 @@ public:
     /// To wait for notices, or a negative number.
     [[nodiscard]] int descriptor() const { return file_.number(); }
 
-    /// What has happened since the last call. `lost` when the folder is gone.
+    /// What has happened since the last call: `changed` when it is worth looking into the folder, which may
+    /// be missing then, and `lost` when it certainly is.
     [[nodiscard]] Notice take();
 
 private:

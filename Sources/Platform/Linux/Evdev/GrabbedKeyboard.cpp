@@ -25,11 +25,11 @@ GrabbedKeyboard::GrabbedKeyboard(std::unique_ptr<KeyboardDevice> device, const s
 
 GrabbedKeyboard::~GrabbedKeyboard() {
     frame_.clear();
-    for (std::uint16_t code = 0; code < balance_.passedOn().size(); ++code) {
+    for (std::size_t code = 0; code < balance_.passedOn().size(); ++code) {
         if (balance_.passedOn().test(code)) {
             input_event release{};
             release.type = EV_KEY;
-            release.code = code;
+            release.code = static_cast<std::uint16_t>(code);
             frame_.push_back(release);
         }
     }
@@ -101,13 +101,17 @@ std::optional<std::chrono::microseconds> GrabbedKeyboard::settle(bool isGrabWant
     if (!copy_ || isGrabWanted == isGrabbed() || balance_.held().any()) {
         return std::nullopt;
     }
-    if (!isGrabWanted) {
-        ungrab();
-        return std::nullopt;
-    }
     const std::chrono::microseconds age(KeyboardDevice::now() - copy_->creationTime());
     if (age < settlingTime) {
         return settlingTime - age;
+    }
+    // The latest events are still to be read; another call follows them.
+    if (device_->hasKeysDown()) {
+        return std::nullopt;
+    }
+    if (!isGrabWanted) {
+        ungrab();
+        return std::nullopt;
     }
     // Another program that has grabbed it may give it back without any event.
     return grab() ? std::nullopt : std::optional(settlingTime);

@@ -3,7 +3,10 @@
 #include "Platform/Linux/Evdev/DeviceNode.h"
 #include "Platform/Linux/Evdev/KeyboardShape.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
+#include <climits>
 #include <ctime>
 #include <string_view>
 #include <utility>
@@ -39,9 +42,13 @@ bool isForeignKeyboard(const libevdev& device) {
 
 std::unique_ptr<KeyboardDevice> KeyboardDevice::open(const std::string& path) {
     FileDescriptor file(::open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
-    if (!file.isOpen()) {
+    FileDescriptor stateFile(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (!file.isOpen() || !stateFile.isOpen()) {
         return nullptr;
     }
+    // Nobody reads events there, so that none should wait. Without the mask they fill a small queue.
+    const input_mask noEvents{};
+    ioctl(stateFile.number(), EVIOCSMASK, &noEvents);
     // The times of events are compared with those of the grab, and the wall clock can be set.
     int clock = CLOCK_MONOTONIC;
     libevdev* device = nullptr;
@@ -55,11 +62,13 @@ std::unique_ptr<KeyboardDevice> KeyboardDevice::open(const std::string& path) {
     }
     // A copy that offered force feedback would have to answer for it.
     libevdev_disable_event_type(device, EV_FF);
-    return std::unique_ptr<KeyboardDevice>(new KeyboardDevice(path, std::move(file), device));
+    return std::unique_ptr<KeyboardDevice>(
+        new KeyboardDevice(path, std::move(file), std::move(stateFile), device));
 }
 
-KeyboardDevice::KeyboardDevice(std::string path, FileDescriptor file, libevdev* device)
-    : path_(std::move(path)), file_(std::move(file)), device_(device) {}
+KeyboardDevice::KeyboardDevice(std::string path, FileDescriptor file, FileDescriptor stateFile,
+                               libevdev* device)
+    : path_(std::move(path)), file_(std::move(file)), stateFile_(std::move(stateFile)), device_(device) {}
 
 KeyboardDevice::~KeyboardDevice() {
     libevdev_free(device_);
@@ -85,6 +94,12 @@ const input_event* KeyboardDevice::next() {
         }
     }
     return hasNext_ ? &next_ : nullptr;
+}
+
+bool KeyboardDevice::hasKeysDown() const {
+    std::array<unsigned char, KEY_CNT / CHAR_BIT> keys{};
+    ioctl(stateFile_.number(), EVIOCGKEY(keys.size()), keys.data());
+    return std::ranges::any_of(keys, [](unsigned char byte) { return byte != 0; });
 }
 
 bool KeyboardDevice::grab() {

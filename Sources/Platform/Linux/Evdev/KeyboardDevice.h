@@ -44,6 +44,9 @@ public:
     /// Whether it has been unplugged; seen by `next`.
     [[nodiscard]] bool isGone() const { return isGone_; }
 
+    /// Whether a key is down at this moment, though its press may not have been read yet.
+    [[nodiscard]] bool hasKeysDown() const;
+
     /// From now on nobody else gets its events. False when another program has grabbed it.
     [[nodiscard]] bool grab();
     void ungrab();
@@ -56,10 +59,12 @@ public:
     void write(const std::vector<input_event>& events);
 
 private:
-    KeyboardDevice(std::string path, FileDescriptor file, libevdev* device);
+    KeyboardDevice(std::string path, FileDescriptor file, FileDescriptor stateFile, libevdev* device);
 
     std::string path_;
     FileDescriptor file_;
+    /// To ask for the state: the kernel forgets the events that wait in a file when its state is asked for.
+    FileDescriptor stateFile_;
     libevdev* device_;
     input_event next_{};
     bool hasNext_ = false;

@@ -113,7 +113,9 @@ void TapSession::take(const GrabbedPress& press) {
     auto verdict = KeyboardTap::Verdict::pass;
     if (isOn_ && keys_.test(press.key)) {
         auto event = PressTable::press(press.key, modifierMap_.modifiers(press.modifierBits));
-        event.isAutorepeat = press.isRepeat;
+        // The core protocol does not tell; there, a key that has not come up since is one.
+        event.isAutorepeat = press.isRepeat ||
+                             (press.protocol == GrabbedPress::Protocol::core && handledKeys_.test(press.key));
         // Before the answer, which depends on it; the note is on its way by then.
         verdict = client_.handle(event);
     }

@@ -1,11 +1,13 @@
 import QtQuick
 import Tavro
 
-// Global Play in the settings: the switch, how it stands, and the key that toggles it.
+// How the program is at hand: Global Play with its switch, how it stands, the start at login, and the hotkey.
 Item {
     id: root
 
     required property GlobalPlayPresenter globalPlay
+    // With one property, isEnabled.
+    required property QtObject launchAtLogin
 
     implicitHeight: 38
 
@@ -36,7 +38,7 @@ Item {
     Column {
         anchors.left: toggle.right
         anchors.leftMargin: 16
-        anchors.right: hotkeyLabel.left
+        anchors.right: loginLabel.left
         anchors.rightMargin: 28
         anchors.verticalCenter: parent.verticalCenter
 
@@ -62,6 +64,25 @@ Item {
             Accessible.role: Accessible.StaticText
             Accessible.name: text
         }
+    }
+
+    Label {
+        id: loginLabel
+
+        anchors.right: login.left
+        anchors.rightMargin: 14
+        text: qsTr("Launch at Login")
+    }
+
+    TogglePill {
+        id: login
+
+        anchors.right: hotkeyLabel.left
+        anchors.rightMargin: 28
+        anchors.verticalCenter: parent.verticalCenter
+        label: loginLabel.text
+        isOn: root.launchAtLogin.isEnabled
+        onToggledTo: isOn => root.launchAtLogin.isEnabled = isOn
     }
 
     Label {

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "ApplicationShell/BootClock.h"
+#include "ApplicationShell/LoginItemService.h"
+#include "ApplicationShell/SystemBeep.h"
+#include "ApplicationShell/UserDefaults.h"
+#include "Concurrency/MainActor.h"
+#include "KeyboardInput/HotkeyModifiers.h"
+#include "KeyboardInput/KeyEvent.h"
+#include "KeyboardInput/KeyEventTranslator.h"
+#include "KeyboardInput/KeyboardTap.h"
+#include "MidiOutput/MidiSystem.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+class QWindow;
+
+namespace tavro {
+
+/// The platform behind the program's interfaces. The only place that chooses adapters for `tavro`.
+struct AppMainAdapters {
+    std::unique_ptr<MidiSystem> midiSystem;
+    std::unique_ptr<KeyboardTap> keyboardTap;
+    std::unique_ptr<UserDefaults> userDefaults;
+    std::unique_ptr<BootClock> bootClock;
+    std::unique_ptr<LoginItemService> loginItemService;
+    std::unique_ptr<SystemBeep> systemBeep;
+    std::unique_ptr<KeyEventTranslator> keyEventTranslator;
+
+    /// Those that fit the platform and the session, each with the headless one as the last choice. The
+    /// application object must exist, and the main actor outlives them. `midi` is a name of
+    /// `MidiSystemChooser`.
+    [[nodiscard]] static AppMainAdapters ofThisPlatform(const QString& midi, MainActor& mainActor);
+
+    /// Those that reach nobody.
+    [[nodiscard]] static AppMainAdapters headless();
+
+    /// The way of plain keys to the handler past the window system's queue, for as long as it exists. Null
+    /// where there is none.
+    [[nodiscard]] static std::unique_ptr<QAbstractNativeEventFilter>
+    directKeyFilter(QWindow& window, std::function<bool(const KeyEvent&)> handler);
+
+    [[nodiscard]] static ModifierNaming modifierNaming();
+};
+
+} // namespace tavro

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "ApplicationShell/AppMainAdapters.h"
+#include "ApplicationShell/AppPreferences.h"
+#include "ApplicationShell/GlobalPlay.h"
+#include "ApplicationShell/LaunchAtLogin.h"
+#include "ApplicationShell/LoginItemController.h"
+#include "ApplicationShell/PerformanceController.h"
+#include "ApplicationShell/PresetLibrary.h"
+#include "ApplicationShell/PresetStore.h"
+#include "KeyboardInput/GlobalKeyboardController.h"
+#include "MidiOutput/MidiOutputManager.h"
+#include "UserInterface/MainWindowLoader.h"
+
+namespace tavro {
+
+/// Every long-lived object of the program, each behind those that it needs. The performance begins with the
+/// chosen preset; the window is not shown yet.
+struct AppMainComposition {
+    /// Both must outlive this.
+    AppMainComposition(const AppMainAdapters& adapters, MainActor& mainActor);
+
+    Preferences preferences;
+    PresetStore presetStore;
+    PresetSelection selection;
+    LoginItemController loginItem;
+    MidiOutputManager midi;
+    PerformanceController controller;
+    GlobalKeyboardController globalKeyboard;
+    GlobalPlay globalPlay;
+    PresetLibrary presets;
+    LaunchAtLogin launchAtLogin;
+    MainWindowLoader window;
+};
+
+} // namespace tavro

@@ -1,0 +1,122 @@
+#include "Platform/Linux/AutostartEntry.h"
+
+#include "PerformanceModel/Character.h"
+
+#include <algorithm>
+#include <map>
+#include <stdexcept>
+
+namespace tavro::linuxos {
+
+namespace {
+
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r";
+    const auto first = text.find_first_not_of(blanks);
+    return first == std::string_view::npos ? std::string_view()
+                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+/// As the value of any key: the first of the two levels of quoting.
+std::string asValue(std::string_view text) {
+    std::string value;
+    for (const char character : text) {
+        switch (character) {
+        case '\\':
+            value += "\\\\";
+            break;
+        case '\n':
+            value += "\\n";
+            break;
+        case '\r':
+            value += "\\r";
+            break;
+        case '\t':
+            value += "\\t";
+            break;
+        case ' ':
+            // Readers drop blanks at the beginning.
+            value += value.empty() ? "\\s" : " ";
+            break;
+        default:
+            value += character;
+        }
+    }
+    return value;
+}
+
+/// As the program of a command line: quoted like for a shell, with % doubled since it introduces a field
+/// code.
+std::string asCommand(std::string_view program) {
+    std::string command = "\"";
+    for (const char character : program) {
+        if (std::string_view("\"`$\\").find(character) != std::string_view::npos) {
+            command += '\\';
+        } else if (character == '%') {
+            command += '%';
+        }
+        command += character;
+    }
+    return command + '"';
+}
+
+/// The values of the group that counts; nothing when it is not there.
+std::optional<std::map<std::string_view, std::string_view>> entryGroup(std::string_view text) {
+    std::optional<std::map<std::string_view, std::string_view>> values;
+    bool isInGroup = false;
+    while (!text.empty()) {
+        const auto end = std::min(text.find('\n'), text.size());
+        const auto line = trimmed(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+        const auto equals = line.find('=');
+        if (line.substr(0, 1) == "[") {
+            isInGroup = line == "[Desktop Entry]";
+            if (isInGroup && !values) {
+                values.emplace();
+            }
+        } else if (isInGroup && line.substr(0, 1) != "#" && equals != std::string_view::npos) {
+            values->insert_or_assign(trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1)));
+        }
+    }
+    return values;
+}
+
+} // namespace
+
+std::string AutostartEntry::text(const std::string& program) {
+    if (!charactersOf(program)) {
+        throw std::invalid_argument("the path of the program is not UTF-8");
+    }
+    if (program.find('=') != std::string::npos) {
+        throw std::invalid_argument("the path of the program has an equals sign");
+    }
+    return "[Desktop Entry]\n"
+           "Type=Application\n"
+           "Version=1.0\n"
+           "Name=TAVRO\n"
+           "Comment=The typing keyboard as a MIDI instrument\n"
+           "TryExec=" +
+           asValue(program) + "\nExec=" + asValue(asCommand(program)) +
+           "\nTerminal=false\n"
+           "X-GNOME-Autostart-enabled=true\n";
+}
+
+std::optional<AutostartEntry> AutostartEntry::parse(std::string_view text) {
+    const auto group = entryGroup(text);
+    if (!group) {
+        return std::nullopt;
+    }
+    const auto has = [&](std::string_view key, std::string_view value) {
+        const auto found = group->find(key);
+        return found != group->end() && found->second == value;
+    };
+    // One that is hidden may have nothing else in it.
+    if (has("Hidden", "true") || has("X-GNOME-Autostart-enabled", "false")) {
+        return AutostartEntry{.isHidden = true};
+    }
+    const auto command = group->find("Exec");
+    const bool canStart = has("Type", "Application") && command != group->end() && !command->second.empty();
+    return canStart ? std::optional(AutostartEntry{}) : std::nullopt;
+}
+
+} // namespace tavro::linuxos

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QObject>
+
+namespace tavro::x11 {
+
+/// Tells whether Qt may still be delivering something that it was handed. Main thread only.
+class PendingDelivery final : public QObject {
+public:
+    /// Qt is being handed an event of the window system.
+    void begin();
+
+    /// False once that event, and everything that was posted while it was delivered, has arrived.
+    [[nodiscard]] bool isUnderWay() const { return isUnderWay_; }
+
+    bool event(QEvent* event) override;
+
+private:
+    bool isUnderWay_ = false;
+};
+
+} // namespace tavro::x11

@@ -1,0 +1,78 @@
+from .application import Application
+from .keyboard_tap import repeating_keys
+from .keys import PLAYING_KEYS
+from .stage import StageTest
+from .terminal import Terminal
+from .waiting import wait_for
+from .x_client import Typist
+
+ON, READY, OFF = "Global Play on", "Global Play ready", "Global Play off"
+
+
+# In the window: the switch, and the button that records a hotkey.
+SWITCH = (150, -55)
+RECORD_BUTTON = (-58, -55)
+
+
+class GlobalPlayTest(StageTest):
+    """A terminal, in front of the program for most of the time."""
+
+    def setUp(self):
+        super().setUp()
+        self.terminal = Terminal(self.sandbox, self.display)
+        self.repeats_before = repeating_keys(self.sandbox)
+        self.typist = self.client(Typist)
+        self.expected = []
+
+    def client(self, kind):
+        made = kind(self.sandbox)
+        self.addCleanup(made.close)
+        return made
+
+    def play(self, state=None, wrapper=()):
+        self.application = Application(self.sandbox, self.display, state, wrapper)
+        self.recorder.wait_for_connection()
+
+    def play_behind_the_terminal(self, state=None, wrapper=()):
+        """The program plays, turned on by the hotkey in its own window, and the terminal is in front."""
+        self.play(state, wrapper)
+        self.typist.tap("grave")
+        self.application.wait_for_global_play(ON)
+        self.show_terminal()
+
+    def show_terminal(self):
+        self.display.activate(self.terminal.window)
+        self.wait_until_captured()
+
+    def show_application(self):
+        self.display.activate(self.application.window)
+        self.wait_until_released()
+
+    def wait_until_captured(self):
+        """The keys that are played do not repeat: seen from outside, this tells that they are taken."""
+        wait_for(lambda: repeating_keys(self.sandbox) != self.repeats_before, "the capture")
+
+    def wait_until_released(self):
+        wait_for(
+            lambda: repeating_keys(self.sandbox) == self.repeats_before,
+            lambda: f"the repeats {self.repeats_before}; they are {repeating_keys(self.sandbox)}",
+        )
+
+    def assert_played(self, *taps, on="", off=""):
+        """Waits for the notes of the taps, or of the presses, then the releases, and compares all so far."""
+        notes = [PLAYING_KEYS[key].note for key in taps]
+        self.expected += [(state, note) for note in notes for state in ("on", "off")]
+        self.expected += [("on", PLAYING_KEYS[key].note) for key in on]
+        self.expected += [("off", PLAYING_KEYS[key].note) for key in off]
+        self.assert_notes(self.expected)
+
+    def assert_typed(self, wanted):
+        """Types a line break behind what the terminal has received, and compares all since the last time."""
+        wanted += b"\r"
+        self.typist.tap("Return")
+        wait_for(
+            lambda: len(self.terminal.received()) >= len(wanted),
+            lambda: f"{wanted!r} in the terminal; there is {self.terminal.received()!r}",
+        )
+        self.assertEqual(self.terminal.received(), wanted)
+        self.terminal.forget()

@@ -1,0 +1,132 @@
+import ctypes
+
+from .keys import CODES
+
+_KEY_PRESS = 2
+
+
+class _KeyEvent(ctypes.Structure):
+    _fields_ = [
+        ("type", ctypes.c_int),
+        ("serial", ctypes.c_ulong),
+        ("send_event", ctypes.c_int),
+        ("display", ctypes.c_void_p),
+        ("window", ctypes.c_ulong),
+        ("root", ctypes.c_ulong),
+        ("subwindow", ctypes.c_ulong),
+        ("time", ctypes.c_ulong),
+        ("x", ctypes.c_int),
+        ("y", ctypes.c_int),
+        ("x_root", ctypes.c_int),
+        ("y_root", ctypes.c_int),
+        ("state", ctypes.c_uint),
+        ("keycode", ctypes.c_uint),
+        ("same_screen", ctypes.c_int),
+    ]
+
+
+class _Event(ctypes.Union):
+    # As large as the library's own.
+    _fields_ = [("key", _KeyEvent), ("padding", ctypes.c_long * 24)]
+
+
+_ErrorHandler = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)
+
+
+class XClient:
+    """A connection of the test's own to the X server: for the server, one more program."""
+
+    def __init__(self, sandbox):
+        self._x = _library("libX11.so.6")
+        self._x.XOpenDisplay.restype = ctypes.c_void_p
+        self._x.XDefaultRootWindow.restype = ctypes.c_ulong
+        self._display = ctypes.c_void_p(self._x.XOpenDisplay(sandbox.environment["DISPLAY"].encode()))
+        if not self._display:
+            raise AssertionError("no connection to the X server")
+        self.root = ctypes.c_ulong(self._x.XDefaultRootWindow(self._display))
+
+    def close(self):
+        self._x.XCloseDisplay(self._display)
+
+    def synchronize(self):
+        """Waits until the server has done what was asked for."""
+        self._x.XSync(self._display, 0)
+
+
+class Typist(XClient):
+    """Types by the server's test extension, as quickly as wanted. Keys are named as in CODES."""
+
+    def __init__(self, sandbox):
+        super().__init__(sandbox)
+        self._test = _library("libXtst.so.6")
+
+    def send(self, key, is_press):
+        """One event, without waiting."""
+        self._test.XTestFakeKeyEvent(self._display, CODES[key], int(is_press), ctypes.c_ulong(0))
+        self._x.XFlush(self._display)
+
+    def press(self, *keys):
+        for key in keys:
+            self.send(key, True)
+        self.synchronize()
+
+    def release(self, *keys):
+        for key in keys:
+            self.send(key, False)
+        self.synchronize()
+
+    def tap(self, *combinations):
+        """Each is a key, or keys joined by blanks, the last of which is tapped while the others are held."""
+        for combination in combinations:
+            keys = combination.split()
+            for key in keys:
+                self.send(key, True)
+            for key in reversed(keys):
+                self.send(key, False)
+        self.synchronize()
+
+
+class KeyHolder(XClient):
+    """A program that has reserved keys for itself, the way desktops do for their shortcuts."""
+
+    ANY_MODIFIER = 1 << 15
+    SUPER = 1 << 6
+    _ASYNCHRONOUS = 1
+
+    def hold(self, *keys, modifiers=ANY_MODIFIER):
+        # The library's own handler would end the test's process.
+        refused = []
+        handler = _ErrorHandler(lambda display, error: refused.append(error) or 0)
+        self._x.XSetErrorHandler.restype = ctypes.c_void_p
+        before = ctypes.c_void_p(self._x.XSetErrorHandler(handler))
+        for key in keys:
+            how = (0, self._ASYNCHRONOUS, self._ASYNCHRONOUS)
+            self._x.XGrabKey(self._display, CODES[key], modifiers, self.root, *how)
+        self.synchronize()
+        self._x.XSetErrorHandler(before)
+        if refused:
+            raise AssertionError(f"the server refused to reserve {keys}")
+
+    def let_go(self, *keys, modifiers=ANY_MODIFIER):
+        for key in keys:
+            self._x.XUngrabKey(self._display, CODES[key], modifiers, self.root)
+        self.synchronize()
+
+    def presses(self):
+        """The names of the keys that were pressed since the last look."""
+        self.synchronize()
+        names = {code: name for name, code in CODES.items()}
+        found = []
+        event = _Event()
+        while self._x.XPending(self._display):
+            self._x.XNextEvent(self._display, ctypes.byref(event))
+            if event.key.type == _KEY_PRESS:
+                found.append(names[event.key.keycode])
+        return found
+
+
+def _library(name):
+    try:
+        return ctypes.CDLL(name)
+    except OSError as error:
+        raise AssertionError(f"{error}; this test needs the packages xdotool needs") from error

@@ -1,0 +1,101 @@
+"""Random typing, in and out of Global Play: every key is played or typed, exactly once and in order."""
+
+import collections
+import itertools
+import os
+import random
+import unittest
+
+from harness.global_play import GlobalPlayTest
+from harness.random_typing import NOTE_OFF, NOTE_ON, RandomTyping
+from harness.sandbox import tool
+from harness.waiting import wait_for
+
+SEED = "TAVRO_STRESS_SEED"
+# Presses and releases: half as many are presses.
+EVENTS = 20_000
+EVENTS_A_ROUND = 1_000
+MOST_REPETITIONS = 3
+# Milliseconds; no key is held for so long. What keys type by repeating would depend on time.
+REPEAT_DELAY = 60_000
+
+
+class StressTest(GlobalPlayTest):
+    def setUp(self):
+        super().setUp()
+        self.sandbox.run(tool("xset"), "r", "rate", REPEAT_DELAY, 1)
+        seed = os.environ.get(SEED) or str(random.SystemRandom().randrange(10**6))
+        print(f"the seed is {seed}; {SEED} sets it")
+        self.random = random.Random(seed)
+        self.counts = {}
+        self.events = 0
+
+    def test_every_key_is_played_or_typed_exactly_once(self):
+        self.play_behind_the_terminal({"humanizeVelocity": 0})
+        repetitions = 0
+        while self.events < EVENTS:
+            if not self.play_round():
+                repetitions += 1
+                self.assertLessEqual(repetitions, MOST_REPETITIONS, "rounds with missed periods")
+        print(f"{self.events} events: {self.counts}; {repetitions} rounds repeated")
+        for what, count in self.counts.items():
+            self.assertGreater(count, 50, f"too few {what} to show anything")
+
+    def play_round(self):
+        """Types, compares all that came of it; false when the recorder has missed notes by its own fault."""
+        xruns = self.recorder.xruns()
+        before = len(self.recorder.messages())
+        typing = RandomTyping(self.random, self.typist, is_on=True)
+        while typing.events < EVENTS_A_ROUND:
+            typing.step()
+        typing.release_all()
+        # What should not have come has come by then.
+        typing.play("a")
+        self.assert_typed(bytes(typing.typed))
+        if not self.are_played(typing, before, xruns):
+            return False
+        self.assert_nothing_sounds(self.recorder.messages())
+        self.events += typing.events
+        for what, count in typing.counts.items():
+            self.counts[what] = self.counts.get(what, 0) + count
+        return True
+
+    def are_played(self, typing, before, xruns):
+        wanted = list(typing.messages)
+
+        def have_come():
+            return len(self.recorder.messages()) - before >= len(wanted)
+
+        try:
+            wait_for(have_come, f"{len(wanted)} messages", seconds=5)
+        except AssertionError:
+            # Shown below.
+            pass
+        messages = self.recorder.messages()[before:]
+        for begin, end in typing.unordered_spans:
+            wanted[begin:end] = sorted(wanted[begin:end])
+            messages[begin:end] = sorted(messages[begin:end])
+        if messages != wanted and self.recorder.xruns() > xruns:
+            return False
+        self.assert_same(messages, wanted)
+        return True
+
+    def assert_same(self, messages, wanted):
+        pairs = enumerate(itertools.zip_longest(messages, wanted))
+        index = next((index for index, (message, other) in pairs if message != other), None)
+        if index is not None:
+            shown = slice(max(0, index - 5), index + 10)
+            self.fail(
+                f"of {len(wanted)} messages, {len(messages)} came, the first {index} as wanted; "
+                f"wanted {wanted[shown]}, came {messages[shown]}"
+            )
+
+    def assert_nothing_sounds(self, messages):
+        sounding = collections.Counter()
+        for state, note, _ in messages:
+            sounding[note] += {NOTE_ON: 1, NOTE_OFF: -1}[state]
+        self.assertEqual(sounding.total(), 0, sounding)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,108 @@
+"""Presets in the real window: saved and loaded by its dialogs, opened from the command line, and still there
+when the program starts again."""
+
+import json
+import pathlib
+import unittest
+
+from harness.stage import StageTest
+from harness.waiting import wait_for
+
+MAJOR_TRIADS = {"scaleName": "Major", "chordMode": "Triad", "velocity": 100, "humanizeVelocity": 0}
+C_MAJOR = [("on", 60), ("on", 64), ("on", 67)]
+# Places in the window, at the size in which it opens.
+SAVE_BUTTON = (428, 36)
+LOAD_BUTTON = (476, 36)
+# In the dialogs, which stand in the middle of the window.
+FILE_NAME = (580, 573)
+ACCEPT = (787, 606)
+FIRST_FILE = (440, 334)
+
+
+class PresetsTest(StageTest):
+    def test_a_saved_preset_is_a_file_and_is_there_after_a_restart(self):
+        self.play(MAJOR_TRIADS)
+        self._click(SAVE_BUTTON)
+        folder = self._preset_folder()
+        wait_for(folder.is_dir, "the folder of the presets")
+        self._type_file_name("Warm pads")
+        self._click(ACCEPT)
+        file = folder / "Warm pads.tvp"
+        wait_for(file.exists, "the file of the preset")
+        saved = json.loads(file.read_text(encoding="utf-8"))
+        self.assertEqual(saved["name"], "Warm pads")
+        self.assertFalse(saved["isBuiltIn"])
+        self.assertEqual({key: saved["state"][key] for key in MAJOR_TRIADS}, MAJOR_TRIADS)
+
+        self.display.tap("alt+F4")
+        self.assertEqual(self.application.program.wait_for_end(), 0)
+        self.play()
+        before = len(self.recorder.messages())
+        self.display.press("a")
+        self._assert_new_notes(before, C_MAJOR)
+
+    def test_the_load_dialog_offers_the_presets_of_the_folder(self):
+        folder = self._preset_folder()
+        folder.mkdir(parents=True)
+        self._write(folder / "Triads.tvp")
+        (folder / "Another kind.txt").write_text("not for presets")
+        self.play()
+        self._click(LOAD_BUTTON)
+        # Until the list has come there is nothing to click on; the keys show when it was loaded.
+        wait_for(lambda: self._try_to_load(), "the preset to be loaded")
+        before = len(self.recorder.messages())
+        self.display.press("a")
+        self._assert_new_notes(before, C_MAJOR)
+
+    def test_a_preset_is_opened_from_the_command_line(self):
+        file = self.sandbox.folder / "Triads.tvp"
+        self._write(file)
+        self.play(files=[file])
+        self.display.press("a")
+        self.assert_notes(C_MAJOR)
+        self.assertIn("Triads", self._settings())
+
+    def test_a_broken_file_is_an_alert_and_changes_nothing(self):
+        file = self.sandbox.folder / "Broken.tvp"
+        file.write_text('{"id": ')
+        self.play(files=[file])
+        # The alert has the keys until it is read.
+        self.display.tap("a", "Return", "s")
+        self.assert_notes([("on", 61), ("off", 61)])
+        self.assertNotIn("CustomPresets", self._settings())
+
+    def _preset_folder(self):
+        return pathlib.Path(self.sandbox.environment["HOME"]) / "Documents" / "TAVRO Presets"
+
+    def _settings(self):
+        file = pathlib.Path(self.sandbox.environment["XDG_CONFIG_HOME"]) / "tavro" / "tavro.ini"
+        return file.read_text(encoding="utf-8") if file.exists() else ""
+
+    def _click(self, place):
+        self.display.click(self.application.window, *place)
+
+    def _type_file_name(self, name):
+        self._click(FILE_NAME)
+        self.display.tap("ctrl+a")
+        self.display.type(name)
+
+    def _try_to_load(self):
+        self._click(FIRST_FILE)
+        self._click(ACCEPT)
+        return "SelectedPresetID" in self._settings()
+
+    def _assert_new_notes(self, before, expected):
+        messages = wait_for(
+            lambda: len(self.recorder.messages()) >= before + len(expected) and self.recorder.messages()[before:],
+            "the notes",
+        )
+        self.assertEqual([("on" if one[0] == 0x90 else "off", one[1]) for one in messages], expected)
+
+    @staticmethod
+    def _write(file):
+        state = json.dumps(MAJOR_TRIADS)
+        file.write_text(f'{{"id": "42", "name": "Triads", "state": {state}, "isBuiltIn": false}}', encoding="utf-8")
+
+
+if __name__ == "__main__":
+    unittest.main()

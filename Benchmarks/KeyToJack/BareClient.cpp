@@ -2,11 +2,10 @@
 // that the toolkit and the instrument are all that the program adds. Every key plays one note.
 // Usage: bare_client CLIENT-NAME (its port is "Out", its window has the client's name). Ends with SIGTERM.
 
-#include "Concurrency/MainActor.h"
+#include "Common/DeafActor.h"
 #include "Platform/Linux/Jack/MidiSystemAdapter.h"
 
 #include <array>
-#include <chrono>
 #include <cstdint>
 #include <cstdio>
 
@@ -14,20 +13,6 @@
 #include <X11/Xlib.h>
 
 namespace {
-
-/// Nobody here asks what happens in the graph, so nothing that is posted needs to run.
-class DeafActor final : public tavro::MainActor {
-public:
-    void post(Action /*action*/) override {}
-
-    [[nodiscard]] tavro::ScheduledTask after(std::chrono::nanoseconds /*delay*/, Action /*action*/) override {
-        return {};
-    }
-
-    [[nodiscard]] std::chrono::nanoseconds now() const override {
-        return std::chrono::steady_clock::now().time_since_epoch();
-    }
-};
 
 constexpr std::uint8_t note = 60;
 constexpr std::array<std::uint8_t, 3> noteOn{0x90, note, 100};
@@ -52,7 +37,7 @@ int main(int argc, char** argv) {
         std::fputs("usage: bare_client CLIENT-NAME\n", stderr);
         return 2;
     }
-    DeafActor actor;
+    tavro::bench::DeafActor actor;
     tavro::jack::MidiSystemAdapter midi(actor);
     const auto client = midi.createClient(argv[1], {});
     const auto source = midi.createSource(client.reference, "Out");

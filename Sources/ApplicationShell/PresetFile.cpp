@@ -1,12 +1,12 @@
 #include "ApplicationShell/PresetFile.h"
 
 #include "ApplicationShell/PresetText.h"
+#include "ApplicationShell/SavedFile.h"
 #include "PerformanceModel/BoundedJson.h"
 #include "PerformanceModel/JsonDecoding.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace tavro {
 
@@ -98,12 +98,8 @@ void PresetFile::write(const TAVROPreset& preset, const QString& path) {
     if (old.exists() && !old.isWritable()) {
         throw PresetFileError(Kind::unwritable, path, QStringLiteral("the file, or its disk, is read-only"));
     }
-    QSaveFile file(path);
-    const auto size = static_cast<qint64>(text.size());
-    // `commit` alone does not notice when its own flush fails, and replaces the old file by half a new one.
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.data(), size) != size || !file.flush() ||
-        !file.commit()) {
-        throw PresetFileError(Kind::unwritable, path, file.errorString());
+    if (const auto reason = SavedFile::write(path, text); !reason.isEmpty()) {
+        throw PresetFileError(Kind::unwritable, path, reason);
     }
 }
 

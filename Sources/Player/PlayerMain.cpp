@@ -1,6 +1,7 @@
 #include "ApplicationShell/MidiSystemChooser.h"
 #include "ApplicationShell/PresetFile.h"
 #include "ApplicationShell/QtMainActor.h"
+#include "ApplicationShell/SavedFile.h"
 #include "Platform/Headless/MidiSystemAdapter.h"
 #include "Platform/Posix/TerminationSignals.h"
 #include "Player/DestinationChoice.h"
@@ -12,7 +13,6 @@
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QSaveFile>
 
 #include <iostream>
 #include <memory>
@@ -72,13 +72,10 @@ QByteArray readFile(const QString& path) {
 }
 
 void writeFile(const QString& path, const std::vector<std::uint8_t>& content) {
-    QSaveFile file(path);
-    const auto size = static_cast<qint64>(content.size());
-    if (!file.open(QIODevice::WriteOnly) ||
-        file.write(reinterpret_cast<const char*>(content.data()), size) != size ||
-        // `commit` alone does not notice when its own flush fails.
-        !file.flush() || !file.commit()) {
-        throwFileError(path, file);
+    const auto reason =
+        SavedFile::write(path, {reinterpret_cast<const char*>(content.data()), content.size()});
+    if (!reason.isEmpty()) {
+        throw std::runtime_error((path + QStringLiteral(": ") + reason).toStdString());
     }
 }
 

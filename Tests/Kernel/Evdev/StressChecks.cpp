@@ -85,8 +85,12 @@ void everyPressIsPlayedOrTypedWhileItIsSwitched() {
     const auto played = std::ranges::count_if(told, endsWith("!"));
     expectEqual(std::to_string(typed + played), std::to_string(typing.presses()),
                 "presses typed or played (" + std::to_string(played) + " played)");
-    expectEqual(std::to_string(std::ranges::count_if(seen, endsWith(" 0"))), std::to_string(typed),
-                "releases seen by others");
+    // A key may go down right between the last look at the keys and the end of a grab. Others then see its
+    // release on the keyboard as well, and make nothing of a release without a press. Were the keys not
+    // looked at, it would be several in this many switches.
+    const auto released = std::ranges::count_if(seen, endsWith(" 0"));
+    expect(released >= typed && released <= typed + 2,
+           std::to_string(released) + " releases of " + std::to_string(typed) + " presses seen by others");
     expect(played > 50 && typed > 50, "hardly anything was played, or typed");
     expectNothingHeld(stage);
 }

@@ -1,10 +1,14 @@
 #include "Platform/Linux/SettingsText.h"
 
+#include "PerformanceModel/Character.h"
+
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include <cstdint>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace tavro::linuxos {
 namespace {
@@ -78,6 +82,10 @@ RC_GTEST_PROP(SettingsText, neverMakesAnotherValueOfATruncatedText, ()) {
         RC_ASSERT(settings.values.contains(key));
         RC_ASSERT(settings.values.at(key) == value);
     }
+}
+
+RC_GTEST_PROP(SettingsText, isAlwaysUtf8, ()) {
+    RC_ASSERT(charactersOf(anySettings().format()).has_value());
 }
 
 RC_GTEST_PROP(SettingsText, readsAnythingWithoutHarm, ()) {

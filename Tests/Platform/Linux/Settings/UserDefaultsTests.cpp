@@ -164,10 +164,15 @@ TEST_F(UserDefaultsInFiles, keepsWhatAnotherCopyHasWrittenMeanwhile) {
 
 TEST_F(UserDefaultsInFiles, takesUpTheFileOfAKilledWriter) {
     ASSERT_TRUE(defaults_.setValue("key", "old"));
-    write(folder_ / ".tavro.ini.new", std::string(100'000, '"'));
+    const auto left = folder_ / ".tavro.ini.new";
+    write(left, std::string(100'000, ';') + "\nstray=true\nbroken");
+    fs::permissions(left, fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read);
     EXPECT_EQ(defaults_.string("key"), "old");
     ASSERT_TRUE(defaults_.setValue("another", true));
     EXPECT_EQ(defaults_.string("key"), "old");
+    EXPECT_EQ(defaults_.value("stray"), std::nullopt);
+    EXPECT_EQ(fs::status(file_).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    ASSERT_TRUE(defaults_.setValue("another", false));
     EXPECT_EQ(TemporaryFolder::namesIn(folder_), (std::set<std::string>{"tavro.ini"}));
 }
 

@@ -122,6 +122,7 @@ bool PresetLibrary::savePresetToFile(const QString& path) {
 }
 
 void PresetLibrary::adopt(const TAVROPreset& preset) {
+    takeInStoredPresets();
     selection_.upsert(preset);
     const bool isAnother = std::exchange(selection_.selectedID, preset.id) != preset.id;
     store_.save(selection_.presets);
@@ -129,6 +130,14 @@ void PresetLibrary::adopt(const TAVROPreset& preset) {
     Q_EMIT presetsChanged();
     if (isAnother) {
         Q_EMIT selectedPresetIDChanged();
+    }
+}
+
+void PresetLibrary::takeInStoredPresets() {
+    for (auto& stored : store_.load()) {
+        if (selection_.find(stored.id) == nullptr) {
+            selection_.upsert(std::move(stored));
+        }
     }
 }
 

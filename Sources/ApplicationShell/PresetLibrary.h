@@ -70,6 +70,8 @@ Q_SIGNALS:
 
 private:
     void adopt(const TAVROPreset& preset);
+    /// What another running copy of the program has stored meanwhile would be lost with the next list.
+    void takeInStoredPresets();
 
     PerformanceController& performance_;
     PresetStore& store_;

@@ -286,6 +286,18 @@ TEST_F(PresetLibraries, goOnWhenNothingCanBeStored) {
     EXPECT_EQ(controller().state(), loud.state);
 }
 
+TEST_F(PresetLibraries, keepWhatAnotherRunningCopyHasStored) {
+    storePresets({soft}, "soft");
+    library();
+    ControllerFixture otherPerformance;
+    PresetLibrary other(otherPerformance.controller, store, defaults, beep,
+                        PresetSelection::load(store, preferences));
+    EXPECT_TRUE(other.openPresetFromFile(fileWith(loud, QStringLiteral("loud.tvp"))));
+    EXPECT_TRUE(library().savePresetToFile(folder.path(QStringLiteral("mine.tvp"))));
+    EXPECT_THAT(names(), ElementsAre("Default", "Soft", "Loud", "mine"));
+    EXPECT_EQ(store.load(), library().presets());
+}
+
 TEST_F(PresetLibraries, proposeFilesInThePresetFolder) {
     EXPECT_EQ(library().suggestedFileForSaving(),
               PresetLibrary::presetDirectory() + QStringLiteral("/Default.tvp"));

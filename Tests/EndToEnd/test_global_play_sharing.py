@@ -69,6 +69,24 @@ class SharingTest(GlobalPlayTest):
         self.assertEqual(self.application.global_play_texts()[-1], ON)
         self.assert_typed(b"")
 
+    def test_keys_typed_into_a_locked_screen_are_the_locks(self):
+        self.play_behind_the_terminal()
+        self.typist.press("a", "d")
+        self.assert_played(on="ad")
+        self.typist.release("d")
+        self.assert_played(off="d")
+        self.other.hold_all()
+        self.typist.tap("s", "1", "Shift_L f", "grave")
+        self.typist.release("a")
+        # What was held ends nevertheless.
+        self.assert_played(off="a")
+        self.other.let_all_go()
+        self.assertEqual(self.other.presses(), ["s", "1", "Shift_L", "f", "grave"])
+        self.assertEqual(self.application.global_play_texts()[-1], ON)
+        self.typist.tap("s", "a")
+        self.assert_played("s", "a")
+        self.assert_typed(b"")
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -45,19 +45,25 @@ std::string asValue(std::string_view text) {
     return value;
 }
 
-/// As the program of a command line: quoted like for a shell, with % doubled since it introduces a field
-/// code.
-std::string asCommand(std::string_view program) {
-    std::string command = "\"";
-    for (const char character : program) {
+/// As one word of a command line: quoted like for a shell, with % doubled since it introduces a field code.
+std::string asArgument(std::string_view text) {
+    std::string argument = "\"";
+    for (const char character : text) {
         if (std::string_view("\"`$\\").find(character) != std::string_view::npos) {
-            command += '\\';
+            argument += '\\';
         } else if (character == '%') {
-            command += '%';
+            argument += '%';
         }
-        command += character;
+        argument += character;
     }
-    return command + '"';
+    return argument + '"';
+}
+
+std::string asCommand(std::string_view program) {
+    // The first word may not have an equals sign, and GNOME looks for it with the percent sign still doubled.
+    const bool canBeFirst = program.find_first_of("=%") == std::string_view::npos;
+    return (canBeFirst ? std::string() : "/bin/sh -c " + asArgument("exec \"$0\"") + ' ') +
+           asArgument(program);
 }
 
 /// The values of the group that counts; nothing when it is not there.
@@ -86,9 +92,6 @@ std::optional<std::map<std::string_view, std::string_view>> entryGroup(std::stri
 std::string AutostartEntry::text(const std::string& program) {
     if (!charactersOf(program)) {
         throw std::invalid_argument("the path of the program is not UTF-8");
-    }
-    if (program.find('=') != std::string::npos) {
-        throw std::invalid_argument("the path of the program has an equals sign");
     }
     return "[Desktop Entry]\n"
            "Type=Application\n"

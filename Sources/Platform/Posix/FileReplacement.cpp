@@ -68,6 +68,10 @@ bool isOpenFileAt(int descriptor, const std::filesystem::path& file) {
 
 FileReplacement::FileReplacement(const std::filesystem::path& file) : file_(behindLinks(file)) {
     newFile_ = file_.parent_path() / ("." + file_.filename().string() + ".new");
+    // Replacing it would be possible, but whoever has closed it does not want it changed.
+    if (access(file_.c_str(), W_OK) != 0 && errno != ENOENT) {
+        fail(errno, file_);
+    }
     makeFolder(file_.parent_path());
     lock();
 }

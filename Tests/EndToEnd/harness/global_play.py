@@ -66,6 +66,14 @@ class GlobalPlayTest(StageTest):
         self.expected += [("off", PLAYING_KEYS[key].note) for key in off]
         self.assert_notes(self.expected)
 
+    def forget_typed(self):
+        """Returns what the terminal has received since the last time, which must not contain line breaks."""
+        self.typist.tap("Return")
+        wait_for(lambda: self.terminal.received().endswith(b"\r"), "the line break")
+        typed = self.terminal.received()
+        self.terminal.forget()
+        return typed
+
     def assert_typed(self, wanted):
         """Types a line break behind what the terminal has received, and compares all since the last time."""
         wanted += b"\r"

@@ -5,7 +5,14 @@ from .keys import HOTKEYS, PLAYING_KEYS
 NOTE_ON, NOTE_OFF = 0x90, 0x80
 VELOCITY = 100
 
-FOREIGN_KEYS = {"Return": b"\r", "Tab": b"\t", "space": b" ", "Up": b"\x1b[A", "Left": b"\x1b[D", "F1": b"\x1bOP"}
+FOREIGN_KEYS = {
+    "Return": b"\r",
+    "Tab": b"\t",
+    "space": b" ",
+    "Up": b"\x1b[A",
+    "Left": b"\x1b[D",
+    "F1": b"\x1bOP",
+}
 SHIFTED_HOTKEYS = {"grave": b"~", "less": b">"}
 SHIFT = "Shift_L"
 # At most one of them is held at a time.

@@ -112,6 +112,16 @@ class KeyHolder(XClient):
             self._x.XUngrabKey(self._display, CODES[key], modifiers, self.root)
         self.synchronize()
 
+    def hold_all(self):
+        """Takes the whole keyboard, as a screen locker does."""
+        how = (0, self._ASYNCHRONOUS, self._ASYNCHRONOUS, ctypes.c_ulong(0))
+        if self._x.XGrabKeyboard(self._display, self.root, *how) != 0:
+            raise AssertionError("the server refused the keyboard")
+
+    def let_all_go(self):
+        self._x.XUngrabKeyboard(self._display, ctypes.c_ulong(0))
+        self.synchronize()
+
     def presses(self):
         """The names of the keys that were pressed since the last look."""
         self.synchronize()

@@ -61,7 +61,7 @@ void Spectator::openNew() {
         if (devices_.contains(path) || !entry.path().filename().string().starts_with("event")) {
             continue;
         }
-        evdev::FileDescriptor file(open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
+        posix::FileDescriptor file(open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
         auto clock = CLOCK_MONOTONIC;
         if (!file.isOpen() || ioctl(file.number(), EVIOCSCLOCKID, &clock) != 0) {
             continue;

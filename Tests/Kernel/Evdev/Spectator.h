@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/Evdev/FileDescriptor.h"
+#include "Platform/Posix/FileDescriptor.h"
 
 #include <cstdint>
 #include <map>
@@ -51,7 +51,7 @@ public:
 private:
     struct Device {
         std::string name;
-        evdev::FileDescriptor file;
+        posix::FileDescriptor file;
     };
 
     void openNew();

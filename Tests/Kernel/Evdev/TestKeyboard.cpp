@@ -45,7 +45,7 @@ TestKeyboard::TestKeyboard(const std::string& name, Kind kind) : name_(name) {
         libevdev_uinput_create_from_device(description, LIBEVDEV_UINPUT_OPEN_MANAGED, &device_);
     libevdev_free(description);
     expect(status == 0, "cannot make the keyboard " + name);
-    reader_ = evdev::FileDescriptor(open(path().c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    reader_ = posix::FileDescriptor(open(path().c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     expect(reader_.isOpen(), "cannot open the keyboard " + name);
     // A slow machine must not make repeats of keys that are only held.
     std::array<unsigned int, REP_CNT> rate{60'000, 60'000};

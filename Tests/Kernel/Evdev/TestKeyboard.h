@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/Evdev/FileDescriptor.h"
+#include "Platform/Posix/FileDescriptor.h"
 
 #include <cstdint>
 #include <string>
@@ -57,7 +57,7 @@ public:
 private:
     std::string name_;
     libevdev_uinput* device_ = nullptr;
-    evdev::FileDescriptor reader_;
+    posix::FileDescriptor reader_;
 };
 
 } // namespace tavro::proof

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "KeyboardInput/KeyboardTap.h"
-#include "Platform/Linux/Evdev/FileDescriptor.h"
 #include "Platform/Linux/Evdev/KeyboardDevices.h"
 #include "Platform/Linux/Evdev/SwallowedKeys.h"
+#include "Platform/Posix/FileDescriptor.h"
 
 #include <atomic>
 #include <chrono>
@@ -46,7 +46,7 @@ private:
     KeyboardTap::Client& client_;
     const std::string inputFolder_;
     const std::string uinputPath_;
-    FileDescriptor wakeUp_;
+    posix::FileDescriptor wakeUp_;
     std::atomic<bool> isOn_ = false;
     std::atomic<bool> isStopping_ = false;
 

@@ -1,8 +1,8 @@
 #include "Platform/Linux/Evdev/DeviceAccess.h"
 
 #include "Platform/Linux/Evdev/DeviceNode.h"
-#include "Platform/Linux/Evdev/FileDescriptor.h"
 #include "Platform/Linux/Evdev/KeyboardDevice.h"
+#include "Platform/Posix/FileDescriptor.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -15,7 +15,7 @@ namespace {
 
 /// 0, or why it cannot be opened.
 int errorOfOpening(const std::string& path, int mode) {
-    const FileDescriptor file(open(path.c_str(), mode | O_NONBLOCK | O_CLOEXEC));
+    const posix::FileDescriptor file(open(path.c_str(), mode | O_NONBLOCK | O_CLOEXEC));
     return file.isOpen() ? 0 : errno;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/Evdev/FileDescriptor.h"
+#include "Platform/Posix/FileDescriptor.h"
 
 #include <string>
 
@@ -22,7 +22,7 @@ public:
     [[nodiscard]] Notice take();
 
 private:
-    FileDescriptor file_;
+    posix::FileDescriptor file_;
     int watch_ = -1;
 };
 

@@ -41,8 +41,8 @@ bool isForeignKeyboard(const libevdev& device) {
 } // namespace
 
 std::unique_ptr<KeyboardDevice> KeyboardDevice::open(const std::string& path) {
-    FileDescriptor file(::open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
-    FileDescriptor stateFile(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    posix::FileDescriptor file(::open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
+    posix::FileDescriptor stateFile(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (!file.isOpen() || !stateFile.isOpen()) {
         return nullptr;
     }
@@ -66,7 +66,7 @@ std::unique_ptr<KeyboardDevice> KeyboardDevice::open(const std::string& path) {
         new KeyboardDevice(path, std::move(file), std::move(stateFile), device));
 }
 
-KeyboardDevice::KeyboardDevice(std::string path, FileDescriptor file, FileDescriptor stateFile,
+KeyboardDevice::KeyboardDevice(std::string path, posix::FileDescriptor file, posix::FileDescriptor stateFile,
                                libevdev* device)
     : path_(std::move(path)), file_(std::move(file)), stateFile_(std::move(stateFile)), device_(device) {}
 

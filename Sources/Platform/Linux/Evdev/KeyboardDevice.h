@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Linux/Evdev/FileDescriptor.h"
 #include "Platform/Linux/Evdev/KeySet.h"
+#include "Platform/Posix/FileDescriptor.h"
 
 #include <cstdint>
 #include <memory>
@@ -59,12 +59,13 @@ public:
     void write(const std::vector<input_event>& events);
 
 private:
-    KeyboardDevice(std::string path, FileDescriptor file, FileDescriptor stateFile, libevdev* device);
+    KeyboardDevice(std::string path, posix::FileDescriptor file, posix::FileDescriptor stateFile,
+                   libevdev* device);
 
     std::string path_;
-    FileDescriptor file_;
+    posix::FileDescriptor file_;
     /// To ask for the state: the kernel forgets the events that wait in a file when its state is asked for.
-    FileDescriptor stateFile_;
+    posix::FileDescriptor stateFile_;
     libevdev* device_;
     input_event next_{};
     bool hasNext_ = false;

@@ -35,7 +35,7 @@ input_event eventOf(std::uint16_t type, std::uint16_t code, std::int32_t value) 
 
 std::unique_ptr<VirtualKeyboard> VirtualKeyboard::copyOf(const KeyboardDevice& original,
                                                          const std::string& uinputPath) {
-    FileDescriptor file(open(uinputPath.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
+    posix::FileDescriptor file(open(uinputPath.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
     const auto mark = std::string(DeviceNode::copyMark) + "copy";
     if (!file.isOpen() || ioctl(file.number(), UI_SET_PHYS, mark.c_str()) != 0) {
         return nullptr;
@@ -54,7 +54,7 @@ std::unique_ptr<VirtualKeyboard> VirtualKeyboard::copyOf(const KeyboardDevice& o
     return std::unique_ptr<VirtualKeyboard>(new VirtualKeyboard(std::move(file), device));
 }
 
-VirtualKeyboard::VirtualKeyboard(FileDescriptor file, libevdev_uinput* device)
+VirtualKeyboard::VirtualKeyboard(posix::FileDescriptor file, libevdev_uinput* device)
     : file_(std::move(file)), device_(device), creationTime_(KeyboardDevice::now()) {}
 
 VirtualKeyboard::~VirtualKeyboard() {

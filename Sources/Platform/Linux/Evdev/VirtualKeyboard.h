@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Linux/Evdev/FileDescriptor.h"
 #include "Platform/Linux/Evdev/KeyboardDevice.h"
+#include "Platform/Posix/FileDescriptor.h"
 
 #include <cstdint>
 #include <memory>
@@ -40,9 +40,9 @@ public:
     [[nodiscard]] std::vector<input_event> takeSettings();
 
 private:
-    VirtualKeyboard(FileDescriptor file, libevdev_uinput* device);
+    VirtualKeyboard(posix::FileDescriptor file, libevdev_uinput* device);
 
-    FileDescriptor file_;
+    posix::FileDescriptor file_;
     libevdev_uinput* device_;
     std::int64_t creationTime_;
 };

@@ -1,59 +1,59 @@
 #include "Platform/Linux/ConfigFolder.h"
 
 #include "Platform/Linux/BootClockAdapter.h"
+#include "Platform/Linux/LoginItemServiceAdapter.h"
+#include "Platform/Linux/Settings/DesktopEntryReader.h"
+#include "Platform/Linux/Settings/EnvironmentVariable.h"
 #include "Platform/Linux/Settings/TemporaryFolder.h"
+#include "Platform/Linux/UserDefaultsAdapter.h"
 
 #include <gtest/gtest.h>
 
 #include <fstream>
 #include <optional>
-
-#include <stdlib.h>
+#include <sstream>
 
 namespace tavro::linuxos {
 namespace {
 
-/// Sets an environment variable for the life of this; nothing removes it.
-class Variable {
-public:
-    Variable(const char* name, const char* value) : name_(name) {
-        if (const char* const old = getenv(name); old != nullptr) {
-            old_ = old;
-        }
-        set(value);
-    }
-
-    ~Variable() { set(old_ ? old_->c_str() : nullptr); }
-
-    Variable(const Variable&) = delete;
-    Variable& operator=(const Variable&) = delete;
-
-private:
-    void set(const char* value) { value != nullptr ? setenv(name_, value, 1) : unsetenv(name_); }
-
-    const char* name_;
-    std::optional<std::string> old_;
-};
-
 TEST(ConfigFolder, isWhatTheEnvironmentNames) {
-    const Variable home("HOME", "/homes/somebody");
-    const Variable config("XDG_CONFIG_HOME", "/configs/somebody");
+    const EnvironmentVariable home("HOME", "/homes/somebody");
+    const EnvironmentVariable config("XDG_CONFIG_HOME", "/configs/somebody");
     EXPECT_EQ(ConfigFolder::ofUser(), "/configs/somebody");
 }
 
 TEST(ConfigFolder, isInTheHomeWhenTheEnvironmentNamesNoneOrARelativeOne) {
-    const Variable home("HOME", "/homes/somebody");
+    const EnvironmentVariable home("HOME", "/homes/somebody");
     for (const char* const value : {static_cast<const char*>(nullptr), "", "relative/config"}) {
-        const Variable config("XDG_CONFIG_HOME", value);
+        const EnvironmentVariable config("XDG_CONFIG_HOME", value);
         EXPECT_EQ(ConfigFolder::ofUser(), "/homes/somebody/.config");
     }
 }
 
 TEST(ConfigFolder, isAbsoluteWithoutAnyEnvironment) {
-    const Variable home("HOME", nullptr);
-    const Variable config("XDG_CONFIG_HOME", nullptr);
+    const EnvironmentVariable home("HOME", nullptr);
+    const EnvironmentVariable config("XDG_CONFIG_HOME", nullptr);
     EXPECT_TRUE(ConfigFolder::ofUser().is_absolute());
     EXPECT_EQ(ConfigFolder::ofUser().filename(), ".config");
+}
+
+TEST(ConfigFolder, holdsTheUsersSettings) {
+    const TemporaryFolder home;
+    const EnvironmentVariable config("XDG_CONFIG_HOME", home.path().c_str());
+    ASSERT_TRUE(UserDefaultsAdapter().setValue("key", true));
+    EXPECT_TRUE(std::filesystem::is_regular_file(home.path() / "tavro" / "tavro.ini"));
+    EXPECT_EQ(UserDefaultsAdapter().boolean("key"), true);
+}
+
+TEST(ConfigFolder, holdsTheEntryThatStartsTheRunningProgram) {
+    const TemporaryFolder home;
+    const EnvironmentVariable config("XDG_CONFIG_HOME", home.path().c_str());
+    ASSERT_EQ(LoginItemServiceAdapter().registerItem(), std::nullopt);
+    std::ostringstream text;
+    text << std::ifstream(home.path() / "autostart" / "tavro.desktop").rdbuf();
+    EXPECT_EQ(DesktopEntryReader(text.str()).command().back(),
+              std::filesystem::read_symlink("/proc/self/exe").string());
+    EXPECT_EQ(LoginItemServiceAdapter().status(), LoginItemService::Status::enabled);
 }
 
 TEST(BootClock, readsTheKernelsIdentifierAlwaysTheSame) {

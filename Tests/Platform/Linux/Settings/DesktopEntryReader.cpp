@@ -135,7 +135,7 @@ void DesktopEntryReader::checkKnownKeys() const {
         fail("a required key is missing");
     }
     if (const auto version = value("Version"); !version.empty() && version != "1.0") {
-        fail("no version of the specification: " + version);
+        fail("an unknown version of the format: " + version);
     }
 }
 

@@ -7,7 +7,7 @@
 
 namespace tavro::linuxos {
 
-/// Reads a desktop entry by the rules of the Desktop Entry Specification, more strictly than desktops do.
+/// Reads a desktop entry by the rules of freedesktop.org, more strictly than desktops do.
 /// Everything that breaks a rule throws `std::runtime_error`.
 class DesktopEntryReader {
 public:

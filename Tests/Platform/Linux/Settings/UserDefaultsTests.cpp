@@ -242,14 +242,23 @@ TEST_F(UserDefaultsInFiles, keepsTheOldFileInAClosedFolder) {
     EXPECT_TRUE(inAnotherProcess(becomeTheOrdinaryUser, [&] { return defaults_.setValue("other", true); }));
     fs::permissions(folder_, fs::perms::owner_read | fs::perms::owner_exec);
     EXPECT_FALSE(inAnotherProcess(becomeTheOrdinaryUser, [&] { return defaults_.setValue("key", "new"); }));
+    fs::permissions(folder_, fs::perms::owner_all);
     EXPECT_EQ(defaults_.string("key"), "old");
     EXPECT_EQ(TemporaryFolder::namesIn(folder_), (std::set<std::string>{"tavro.ini"}));
+}
+
+TEST_F(UserDefaultsInFiles, leavesAFileAloneThatTheUserHasClosed) {
+    ASSERT_TRUE(defaults_.setValue("key", "old"));
+    giveHomeToTheOrdinaryUser();
+    fs::permissions(file_, fs::perms::owner_read);
+    EXPECT_FALSE(inAnotherProcess(becomeTheOrdinaryUser, [&] { return defaults_.setValue("key", "new"); }));
+    EXPECT_EQ(defaults_.string("key"), "old");
 }
 
 TEST_F(UserDefaultsInFiles, doesNotReplaceWhatItMayNotRead) {
     ASSERT_TRUE(defaults_.setValue("key", "old"));
     giveHomeToTheOrdinaryUser();
-    fs::permissions(file_, fs::perms::none);
+    fs::permissions(file_, fs::perms::owner_write);
     EXPECT_FALSE(inAnotherProcess(becomeTheOrdinaryUser, [&] { return defaults_.value("key").has_value(); }));
     EXPECT_FALSE(inAnotherProcess(becomeTheOrdinaryUser, [&] { return defaults_.setValue("key", "new"); }));
     fs::permissions(file_, fs::perms::owner_read);

@@ -8,16 +8,13 @@
 // planned; the delay is that of the first note, counted from the moment of the press.
 // Usage: strum_player CHORDS STEP...   (chords of each step and way; steps in milliseconds)
 
-#include "ApplicationShell/PerformanceController.h"
+#include "ApplicationShell/AppMainComposition.h"
 #include "ApplicationShell/QtMainActor.h"
 #include "Common/ArrivalRecorder.h"
-#include "MidiOutput/MidiOutputManager.h"
-#include "Platform/Headless/KeyEventTranslatorAdapter.h"
 #include "Platform/Linux/Jack/MidiSystemAdapter.h"
 #include "StrumError/ContinuousRepaint.h"
 #include "StrumError/StrumSession.h"
 #include "StrumError/SwitchableScheduling.h"
-#include "UserInterface/MainWindowLoader.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
@@ -26,8 +23,10 @@
 
 #include <chrono>
 #include <iostream>
+#include <memory>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -57,20 +56,22 @@ void connect(bench::ArrivalRecorder& recorder) {
 int play(unsigned chords, std::vector<int> steps) {
     QtMainActor mainActor;
     jack::MidiSystemAdapter adapter(mainActor);
-    bench::SwitchableScheduling scheduling(adapter);
-    MidiOutputManager midi(scheduling, mainActor);
-    PerformanceController controller(midi, mainActor, chordsOfManyNotes());
-    const headless::KeyEventTranslatorAdapter translator;
-    MainWindowLoader loader(controller, midi, translator);
-    if (!loader.load()) {
+    auto owned = std::make_unique<bench::SwitchableScheduling>(adapter);
+    auto& scheduling = *owned;
+    auto adapters = AppMainAdapters::headless();
+    adapters.midiSystem = std::move(owned);
+    AppMainComposition program(adapters, mainActor);
+    program.controller.loadState(chordsOfManyNotes());
+    if (!program.window.load()) {
         throw std::runtime_error("the window could not be made");
     }
-    bench::ContinuousRepaint repaint(*loader.window());
+    bench::ContinuousRepaint repaint(*program.window.window());
     bench::ArrivalRecorder recorder("Arrivals", {"TAVRO:TAVRO Out"});
     connect(recorder);
     std::cout << Json{{"ready", true}, {"rate", recorder.rate()}, {"period", recorder.period()}} << std::endl;
 
-    bench::StrumSession session({controller, scheduling, recorder, mainActor}, chords, std::move(steps));
+    bench::StrumSession session({program.controller, scheduling, recorder, mainActor}, chords,
+                                std::move(steps));
     QElapsedTimer clock;
     clock.start();
     const auto framesBefore = repaint.frames();

@@ -29,11 +29,18 @@ void printStatusTexts(const AppMainComposition& program) {
     });
 }
 
-void followTheApplication(AppMainComposition& program) {
-    QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &program.globalPlay,
-                     [&program](Qt::ApplicationState state) {
-                         program.globalPlay.setApplicationActive(state == Qt::ApplicationActive);
-                     });
+/// Tells Global Play who is in front, for as long as the result exists.
+std::unique_ptr<QAbstractNativeEventFilter> followTheFront(GlobalPlay& globalPlay) {
+    const auto tell = [&globalPlay](bool isActive) { globalPlay.setApplicationActive(isActive); };
+    if (auto watch = AppMainAdapters::focusWatch(tell)) {
+        return watch;
+    }
+    QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &globalPlay,
+                     [tell](Qt::ApplicationState state) { tell(state == Qt::ApplicationActive); });
+    return nullptr;
+}
+
+void endWithTheApplication(AppMainComposition& program) {
     // The keys first: nothing may begin to sound behind the last silence.
     QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, &program.globalKeyboard,
                      &GlobalKeyboardController::stop);
@@ -54,7 +61,8 @@ int runApplication(const ApplicationOptions& options) {
     if (options.printsStatus) {
         printStatusTexts(program);
     }
-    followTheApplication(program);
+    const auto focusWatch = followTheFront(program.globalPlay);
+    endWithTheApplication(program);
     const posix::TerminationSignals signals(&QGuiApplication::quit);
     if (!program.window.load()) {
         std::cerr << "tavro: the window could not be made\n";

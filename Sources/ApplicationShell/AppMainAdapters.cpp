@@ -27,6 +27,7 @@
 #include "Platform/Linux/SystemBeepAdapter.h"
 #include "Platform/Linux/UserDefaultsAdapter.h"
 #include "Platform/Linux/X11/DirectKeyFilter.h"
+#include "Platform/Linux/X11/FocusWatch.h"
 #include "Platform/Linux/X11/KeyboardTapAdapter.h"
 #elif defined(Q_OS_MACOS)
 #include "Platform/MacOS/BootClockAdapter.h"
@@ -135,6 +136,16 @@ AppMainAdapters::directKeyFilter([[maybe_unused]] QWindow& window,
 #if defined(Q_OS_LINUX)
     if (QGuiApplication::platformName() == QLatin1String("xcb")) {
         return std::make_unique<x11::DirectKeyFilter>(window, std::move(handler));
+    }
+#endif
+    return nullptr;
+}
+
+std::unique_ptr<QAbstractNativeEventFilter>
+AppMainAdapters::focusWatch([[maybe_unused]] std::function<void(bool hasFocus)> handler) {
+#if defined(Q_OS_LINUX)
+    if (QGuiApplication::platformName() == QLatin1String("xcb")) {
+        return std::make_unique<x11::FocusWatch>(std::move(handler));
     }
 #endif
     return nullptr;

@@ -44,6 +44,11 @@ struct AppMainAdapters {
     [[nodiscard]] static std::unique_ptr<QAbstractNativeEventFilter>
     directKeyFilter(QWindow& window, std::function<bool(const KeyEvent&)> handler);
 
+    /// Tells, for as long as it exists, when the application gets the keyboard and when it loses it, sooner
+    /// than the application object does. Null where there is no need for it.
+    [[nodiscard]] static std::unique_ptr<QAbstractNativeEventFilter>
+    focusWatch(std::function<void(bool hasFocus)> handler);
+
     [[nodiscard]] static ModifierNaming modifierNaming();
 };
 

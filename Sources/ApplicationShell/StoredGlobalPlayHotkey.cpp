@@ -1,5 +1,6 @@
 #include "ApplicationShell/StoredGlobalPlayHotkey.h"
 
+#include "PerformanceModel/BoundedJson.h"
 #include "PerformanceModel/JsonDecoding.h"
 
 #include <nlohmann/json.hpp>
@@ -18,11 +19,11 @@ std::string StoredGlobalPlayHotkey::encode() const {
 }
 
 std::optional<StoredGlobalPlayHotkey> StoredGlobalPlayHotkey::decode(std::string_view json) {
-    const auto parsed = Json::parse(json, nullptr, false);
-    if (!parsed.is_object() || !parsed.contains("key") || !parsed.contains("modifiersRawValue")) {
-        return std::nullopt;
-    }
     try {
+        const auto parsed = BoundedJson::parse(json);
+        if (!parsed.is_object() || !parsed.contains("key") || !parsed.contains("modifiersRawValue")) {
+            return std::nullopt;
+        }
         StoredGlobalPlayHotkey decoded{
             .key = JsonDecoding::text("key", parsed["key"]),
             .keyCode = std::nullopt,
@@ -32,6 +33,8 @@ std::optional<StoredGlobalPlayHotkey> StoredGlobalPlayHotkey::decode(std::string
             decoded.keyCode = JsonDecoding::integer("keyCode", *found);
         }
         return decoded;
+    } catch (const JsonTextError&) {
+        return std::nullopt;
     } catch (const DecodingError&) {
         return std::nullopt;
     }

@@ -30,7 +30,8 @@ public:
     [[nodiscard]] virtual std::optional<Value> value(const std::string& key) const = 0;
 
     /// Stores the value in place of what is there. Either it is stored whole or everything stays as it was,
-    /// whenever the program ends. False when it could not be stored.
+    /// whenever the program ends. False when it could not be stored; a text that is not UTF-8 may be
+    /// refused.
     virtual bool setValue(const std::string& key, const Value& value) = 0;
 
     /// Another database by its name; null when it cannot be opened.
@@ -43,8 +44,8 @@ public:
         return valueOf<std::string>(key);
     }
 
-    /// Any stored value read as a boolean; nothing when there is none. A text is true when it begins with a
-    /// letter of yes or true or with a digit from 1 to 9, in any case; data is false.
+    /// Any stored value read as a boolean; nothing when there is none. A text is true when it begins with
+    /// y, t or a digit from 1 to 9, in either case; data is false.
     [[nodiscard]] std::optional<bool> boolean(const std::string& key) const;
 
 private:

@@ -48,7 +48,9 @@ ToggleHotkey GlobalKeyboardController::hotkey() const {
 void GlobalKeyboardController::setApplicationActive(bool isActive) {
     {
         const std::scoped_lock lock(mutex_);
-        rules_.isApplicationActive = isActive;
+        if (std::exchange(rules_.isApplicationActive, isActive) == isActive) {
+            return;
+        }
     }
     tap_.updateVerdicts();
 }

@@ -10,9 +10,10 @@ namespace {
 
 bool isWhiteSpace(Character character) {
     return character == U' ' || (character >= U'\t' && character <= U'\r') || character == U'\u0085' ||
-           character == U'\u00A0' || (character >= U'\u2000' && character <= U'\u200A') ||
-           character == U'\u2028' || character == U'\u2029' || character == U'\u202F' ||
-           character == U'\u205F' || character == U'\u3000';
+           character == U'\u00A0' || character == U'\u1680' ||
+           (character >= U'\u2000' && character <= U'\u200A') || character == U'\u2028' ||
+           character == U'\u2029' || character == U'\u202F' || character == U'\u205F' ||
+           character == U'\u3000';
 }
 
 } // namespace

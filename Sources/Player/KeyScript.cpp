@@ -1,5 +1,6 @@
 #include "Player/KeyScript.h"
 
+#include "PerformanceModel/BoundedJson.h"
 #include "PerformanceModel/PerformanceStateCoding.h"
 #include "Player/ControlBinding.h"
 
@@ -80,9 +81,11 @@ private:
             throw std::runtime_error("a JSON value is missing");
         }
         try {
-            return Json::parse(text);
-        } catch (const Json::parse_error&) {
-            throw std::runtime_error(quoted(text) + " is not JSON");
+            return BoundedJson::parse(text);
+        } catch (const JsonTextError& error) {
+            const bool isMean = error.kind() == JsonTextError::Kind::tooDeep ||
+                                error.kind() == JsonTextError::Kind::tooManyKeys;
+            throw std::runtime_error(isMean ? error.what() : quoted(text) + " is not JSON");
         }
     }
 

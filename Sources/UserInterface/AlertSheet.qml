@@ -39,6 +39,7 @@ T.Popup {
         Text {
             width: parent.width
             text: root.title
+            textFormat: Text.PlainText
             wrapMode: Text.Wrap
             color: Theme.text
             font.pixelSize: 18
@@ -48,6 +49,7 @@ T.Popup {
         Text {
             width: parent.width
             text: root.text
+            textFormat: Text.PlainText
             // Names of files break anywhere.
             wrapMode: Text.WrapAtWordBoundaryOrAnywhere
             maximumLineCount: 12

@@ -45,6 +45,7 @@ Item {
         Text {
             width: parent.width
             text: root.globalPlay.statusText
+            textFormat: Text.PlainText
             elide: Text.ElideRight
             color: Theme.text
             font.pixelSize: Theme.secondarySize
@@ -56,6 +57,7 @@ Item {
             width: parent.width
             visible: text.length > 0
             text: root.globalPlay.advice
+            textFormat: Text.PlainText
             wrapMode: Text.Wrap
             maximumLineCount: 2
             elide: Text.ElideRight
@@ -113,6 +115,7 @@ Item {
             horizontalAlignment: Text.AlignHCenter
             verticalAlignment: Text.AlignVCenter
             text: root.globalPlay.isRecordingHotkey ? qsTr("Press a key") : root.globalPlay.displayedHotkey
+            textFormat: Text.PlainText
             elide: Text.ElideMiddle
             color: Theme.text
             font.pixelSize: Theme.controlSize

@@ -22,6 +22,7 @@ Rectangle {
         y: 7
         width: 720
         text: root.grid.chordText
+        textFormat: Text.PlainText
         elide: Text.ElideRight
         color: root.grid.isSounding ? Theme.accent : Theme.quietText
         font.pixelSize: Theme.chordSize
@@ -38,6 +39,7 @@ Rectangle {
         anchors.verticalCenter: chord.verticalCenter
         horizontalAlignment: Text.AlignRight
         text: root.statusText
+        textFormat: Text.PlainText
         elide: Text.ElideRight
         color: Theme.secondaryText
         font.pixelSize: Theme.secondarySize

@@ -43,6 +43,7 @@ T.AbstractButton {
 
     contentItem: Text {
         text: root.chosenIndex >= 0 ? root.choices[root.chosenIndex].text : ""
+        textFormat: Text.PlainText
         elide: Text.ElideRight
         verticalAlignment: Text.AlignVCenter
         color: Theme.text
@@ -138,6 +139,7 @@ T.AbstractButton {
                 }
                 contentItem: Text {
                     text: entry.modelData.text
+                    textFormat: Text.PlainText
                     elide: Text.ElideRight
                     verticalAlignment: Text.AlignVCenter
                     color: Theme.text

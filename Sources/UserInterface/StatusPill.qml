@@ -32,6 +32,7 @@ Rectangle {
         width: Math.min(implicitWidth, root.maximumTextWidth)
         anchors.verticalCenter: parent.verticalCenter
         text: root.text
+        textFormat: Text.PlainText
         elide: Text.ElideRight
         color: Theme.secondaryText
         font.pixelSize: Theme.secondarySize

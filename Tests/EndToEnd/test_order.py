@@ -9,8 +9,8 @@ from harness.sandbox import tool
 from harness.stage import StageTest
 from harness.waiting import wait_for
 
-ROUNDS = 60
-MANY_ROUNDS = 200
+ROUNDS = 20
+MANY_ROUNDS = 100
 
 # Places in the window, as it is drawn at first.
 VELOCITY_FIELD = (953, 122)

@@ -16,7 +16,7 @@ namespace {
 
 using std::chrono::steady_clock;
 
-constexpr std::chrono::seconds longestWait{10};
+constexpr std::chrono::seconds longestWait{2};
 constexpr std::chrono::milliseconds pauseBetweenTries{2};
 constexpr mode_t forTheUserAlone = S_IRUSR | S_IWUSR;
 

@@ -1,0 +1,30 @@
+#include "Platform/Linux/X11/FocusWatch.h"
+
+#include <QGuiApplication>
+
+#include <utility>
+
+namespace tavro::x11 {
+
+FocusWatch::FocusWatch(std::function<void(bool hasFocus)> handler) : handler_(std::move(handler)) {
+    qGuiApp->installNativeEventFilter(this);
+}
+
+bool FocusWatch::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*) {
+    if (eventType == "xcb_generic_event_t") {
+        const auto type = static_cast<const xcb_generic_event_t*>(message)->response_type & 0x7f;
+        const bool isIn = type == XCB_FOCUS_IN;
+        if ((isIn || type == XCB_FOCUS_OUT) && isMove(*static_cast<const xcb_focus_in_event_t*>(message))) {
+            handler_(isIn);
+        }
+    }
+    return false;
+}
+
+bool FocusWatch::isMove(const xcb_focus_in_event_t& event) {
+    const bool isBorrowed = event.mode == XCB_NOTIFY_MODE_GRAB || event.mode == XCB_NOTIFY_MODE_UNGRAB;
+    return !isBorrowed && event.detail != XCB_NOTIFY_DETAIL_POINTER &&
+           event.detail != XCB_NOTIFY_DETAIL_POINTER_ROOT && event.detail != XCB_NOTIFY_DETAIL_INFERIOR;
+}
+
+} // namespace tavro::x11

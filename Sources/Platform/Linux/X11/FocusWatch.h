@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QAbstractNativeEventFilter>
+
+#include <functional>
+
+#include <xcb/xcb.h>
+
+namespace tavro::x11 {
+
+/// Tells at once when a window of the application gets the keyboard and when it loses it. Qt waits with the
+/// loss for a tenth of a second, in case another window of the application is about to get it; until then
+/// the keys would be nobody's. Main thread only.
+class FocusWatch final : public QAbstractNativeEventFilter {
+public:
+    /// Begins at once, and ends with this.
+    explicit FocusWatch(std::function<void(bool hasFocus)> handler);
+
+    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+
+    /// Whether the event means that the keyboard has gone to the window or away from it. A grab only borrows
+    /// it, and the pointer's way over a window moves nothing.
+    [[nodiscard]] static bool isMove(const xcb_focus_in_event_t& event);
+
+private:
+    std::function<void(bool hasFocus)> handler_;
+};
+
+} // namespace tavro::x11

@@ -1,0 +1,62 @@
+#include "Platform/Linux/X11/FocusWatch.h"
+
+#include <QByteArray>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace tavro::x11 {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class FocusWatchTest : public testing::Test {
+protected:
+    void send(std::uint8_t type, std::uint8_t mode, std::uint8_t detail = XCB_NOTIFY_DETAIL_NONLINEAR) {
+        xcb_focus_in_event_t event{};
+        event.response_type = type;
+        event.mode = mode;
+        event.detail = detail;
+        EXPECT_FALSE(watch.nativeEventFilter(QByteArrayLiteral("xcb_generic_event_t"), &event, nullptr));
+    }
+
+    std::vector<bool> told;
+    FocusWatch watch{[this](bool hasFocus) { told.push_back(hasFocus); }};
+};
+
+TEST_F(FocusWatchTest, TellsWhenTheKeyboardComesAndGoes) {
+    send(XCB_FOCUS_IN, XCB_NOTIFY_MODE_NORMAL);
+    send(XCB_FOCUS_OUT, XCB_NOTIFY_MODE_NORMAL);
+    send(XCB_FOCUS_IN, XCB_NOTIFY_MODE_WHILE_GRABBED);
+    send(XCB_FOCUS_OUT, XCB_NOTIFY_MODE_WHILE_GRABBED);
+    EXPECT_THAT(told, ElementsAre(true, false, true, false));
+}
+
+TEST_F(FocusWatchTest, AGrabOnlyBorrowsIt) {
+    send(XCB_FOCUS_OUT, XCB_NOTIFY_MODE_GRAB);
+    send(XCB_FOCUS_IN, XCB_NOTIFY_MODE_UNGRAB);
+    EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(FocusWatchTest, ThePointerAndInnerWindowsMoveNothing) {
+    for (const auto detail :
+         {XCB_NOTIFY_DETAIL_POINTER, XCB_NOTIFY_DETAIL_POINTER_ROOT, XCB_NOTIFY_DETAIL_INFERIOR}) {
+        send(XCB_FOCUS_OUT, XCB_NOTIFY_MODE_NORMAL, static_cast<std::uint8_t>(detail));
+    }
+    EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(FocusWatchTest, OtherEventsAreNone) {
+    send(XCB_KEY_PRESS, XCB_NOTIFY_MODE_NORMAL);
+    xcb_focus_in_event_t event{};
+    event.response_type = XCB_FOCUS_IN;
+    event.detail = XCB_NOTIFY_DETAIL_NONLINEAR;
+    EXPECT_FALSE(watch.nativeEventFilter(QByteArrayLiteral("windows_generic_MSG"), &event, nullptr));
+    EXPECT_THAT(told, IsEmpty());
+}
+
+} // namespace
+} // namespace tavro::x11

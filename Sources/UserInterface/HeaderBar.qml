@@ -41,7 +41,7 @@ Item {
         anchors.left: presetPicker.right
         anchors.leftMargin: 8
         label: qsTr("Save preset")
-        symbol: "Symbols/square.and.arrow.down.svg"
+        symbol: "square.and.arrow.down"
         onClicked: dialogs.save()
     }
 
@@ -49,7 +49,7 @@ Item {
         anchors.left: saveButton.right
         anchors.leftMargin: 8
         label: qsTr("Load preset")
-        symbol: "Symbols/arrow.down.circle.svg"
+        symbol: "arrow.down.circle"
         onClicked: dialogs.load()
     }
 

@@ -7,7 +7,9 @@ T.AbstractButton {
     id: root
 
     property string label
-    property url symbol
+    // The name of a drawing.
+    property string symbol
+    property color symbolColor: Theme.text
 
     implicitWidth: 40
     implicitHeight: 40
@@ -22,14 +24,10 @@ T.AbstractButton {
         border.width: 1
         border.color: Theme.strongHairline
 
-        Image {
+        Symbol {
             anchors.centerIn: parent
-            width: 20
-            height: 20
-            source: root.symbol
-            // Rendered at the size at which it is shown, so that it is sharp on every screen.
-            sourceSize: Qt.size(40, 40)
-            smooth: true
+            name: root.symbol
+            color: root.symbolColor
         }
     }
 }

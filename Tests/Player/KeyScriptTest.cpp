@@ -72,7 +72,8 @@ INSTANTIATE_TEST_SUITE_P(
             "at needs a whole number of milliseconds from 0 to 1000000000000, not \"99999999999999999999\""},
         WrongLine{"set", "a JSON value is missing"}, WrongLine{"set velocity", "a JSON value is missing"},
         WrongLine{"set velocity {", "\"{\" is not JSON"},
-        WrongLine{"set velocity [[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[", "more than 32 deep"},
+        WrongLine{"set velocity [[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[[",
+                  "objects and arrays more than 32 deep in each other"},
         WrongLine{"set velocity \"64\"", "\"velocity\": expected an integer, found \"64\""},
         WrongLine{
             "set chordMode \"seventh\"",

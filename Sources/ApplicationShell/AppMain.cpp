@@ -40,12 +40,22 @@ std::unique_ptr<QAbstractNativeEventFilter> followTheFront(GlobalPlay& globalPla
     return nullptr;
 }
 
-void endWithTheApplication(AppMainComposition& program) {
-    // The keys first: nothing may begin to sound behind the last silence.
-    QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, &program.globalKeyboard,
-                     &GlobalKeyboardController::stop);
-    QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, &program.controller,
-                     &PerformanceController::shutDown);
+void tellOfTheEnd(AppMainComposition& program) {
+    auto& delegate = program.delegate;
+    auto& controller = program.controller;
+    QGuiApplication::setQuitOnLastWindowClosed(
+        AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
+    QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, &controller,
+                     [&delegate] { delegate.applicationWillTerminate(); });
+    // Not at `saveStateRequest`: that comes at the beginning of a session and in the middle of it as well.
+    QObject::connect(qGuiApp, &QGuiApplication::commitDataRequest, &controller,
+                     [&delegate] { delegate.sessionMayEnd(); });
+    QObject::connect(&controller, &PerformanceController::keyboardDisplayChanged, &controller,
+                     [&delegate, &controller] {
+                         if (!controller.activeKeys().empty()) {
+                             delegate.performanceWentOn();
+                         }
+                     });
 }
 
 int selfTest() {
@@ -62,9 +72,9 @@ int runApplication(const ApplicationOptions& options) {
         printStatusTexts(program);
     }
     const auto focusWatch = followTheFront(program.globalPlay);
-    endWithTheApplication(program);
+    tellOfTheEnd(program);
     const posix::TerminationSignals signals(&QGuiApplication::quit);
-    if (!program.window.load()) {
+    if (!program.delegate.applicationDidFinishLaunching()) {
         std::cerr << "tavro: the window could not be made\n";
         return failure;
     }
@@ -118,6 +128,8 @@ int main(int argc, char* argv[]) {
     }
     QCoreApplication::setApplicationName(QStringLiteral("tavro"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TAVRO_VERSION));
+    // By which desktops find the name and the icon of a window's program.
+    QGuiApplication::setDesktopFileName(QStringLiteral("tavro"));
     try {
         return run(
             ApplicationOptions::parse(QCoreApplication::arguments(), qEnvironmentVariable("TAVRO_MIDI")));

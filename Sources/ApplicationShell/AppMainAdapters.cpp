@@ -1,14 +1,18 @@
 #include "ApplicationShell/AppMainAdapters.h"
 
+#include "ApplicationShell/ApplicationIcon.h"
 #include "ApplicationShell/KeyboardTapChoice.h"
 #include "ApplicationShell/MidiSystemChooser.h"
+#include "Platform/Headless/ApplicationVisibilityAdapter.h"
 #include "Platform/Headless/BootClockAdapter.h"
 #include "Platform/Headless/KeyEventTranslatorAdapter.h"
 #include "Platform/Headless/KeyboardTapAdapter.h"
 #include "Platform/Headless/LoginItemServiceAdapter.h"
+#include "Platform/Headless/MenuBarAdapter.h"
 #include "Platform/Headless/MidiSystemAdapter.h"
 #include "Platform/Headless/SystemBeepAdapter.h"
 #include "Platform/Headless/UserDefaultsAdapter.h"
+#include "Platform/Headless/WindowAspectAdapter.h"
 
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -26,17 +30,23 @@
 #include "Platform/Linux/LoginItemServiceAdapter.h"
 #include "Platform/Linux/SystemBeepAdapter.h"
 #include "Platform/Linux/UserDefaultsAdapter.h"
+#include "Platform/Linux/X11/ApplicationVisibilityAdapter.h"
 #include "Platform/Linux/X11/DirectKeyFilter.h"
 #include "Platform/Linux/X11/FocusWatch.h"
 #include "Platform/Linux/X11/KeyboardTapAdapter.h"
+#include "Platform/Linux/X11/WindowAspectAdapter.h"
 #elif defined(Q_OS_MACOS)
+#include "Platform/MacOS/ApplicationIcon.h"
+#include "Platform/MacOS/ApplicationVisibilityAdapter.h"
 #include "Platform/MacOS/BootClockAdapter.h"
 #include "Platform/MacOS/KeyEventTranslatorAdapter.h"
 #include "Platform/MacOS/KeyboardTapAdapter.h"
 #include "Platform/MacOS/LoginItemServiceAdapter.h"
+#include "Platform/MacOS/MenuBarAdapter.h"
 #include "Platform/MacOS/MidiSystemAdapter.h"
 #include "Platform/MacOS/SystemBeepAdapter.h"
 #include "Platform/MacOS/UserDefaultsAdapter.h"
+#include "Platform/MacOS/WindowAspectAdapter.h"
 #endif
 
 namespace tavro {
@@ -111,11 +121,20 @@ AppMainAdapters AppMainAdapters::ofThisPlatform(const QString& midi, MainActor& 
     adapters.bootClock = std::make_unique<linuxos::BootClockAdapter>();
     adapters.loginItemService = std::make_unique<linuxos::LoginItemServiceAdapter>();
     adapters.systemBeep = std::make_unique<linuxos::SystemBeepAdapter>();
+    if (QGuiApplication::platformName() == QLatin1String("xcb")) {
+        adapters.applicationVisibility = std::make_unique<x11::ApplicationVisibilityAdapter>();
+        adapters.windowAspect = std::make_unique<x11::WindowAspectAdapter>();
+    }
 #elif defined(Q_OS_MACOS)
     adapters.userDefaults = std::make_unique<macos::UserDefaultsAdapter>();
     adapters.bootClock = std::make_unique<macos::BootClockAdapter>();
     adapters.loginItemService = std::make_unique<macos::LoginItemServiceAdapter>();
     adapters.systemBeep = std::make_unique<macos::SystemBeepAdapter>();
+    if (QGuiApplication::platformName() == QLatin1String("cocoa")) {
+        adapters.applicationVisibility = std::make_unique<macos::ApplicationVisibilityAdapter>();
+        adapters.windowAspect = std::make_unique<macos::WindowAspectAdapter>();
+        adapters.menuBar = std::make_unique<macos::MenuBarAdapter>();
+    }
 #endif
     return adapters;
 }
@@ -127,7 +146,10 @@ AppMainAdapters AppMainAdapters::headless() {
             .bootClock = std::make_unique<headless::BootClockAdapter>(),
             .loginItemService = std::make_unique<headless::LoginItemServiceAdapter>(),
             .systemBeep = std::make_unique<headless::SystemBeepAdapter>(),
-            .keyEventTranslator = std::make_unique<headless::KeyEventTranslatorAdapter>()};
+            .keyEventTranslator = std::make_unique<headless::KeyEventTranslatorAdapter>(),
+            .applicationVisibility = std::make_unique<headless::ApplicationVisibilityAdapter>(),
+            .windowAspect = std::make_unique<headless::WindowAspectAdapter>(),
+            .menuBar = std::make_unique<headless::MenuBarAdapter>()};
 }
 
 std::unique_ptr<QAbstractNativeEventFilter>
@@ -156,6 +178,24 @@ ModifierNaming AppMainAdapters::modifierNaming() {
     return ModifierNaming::symbols;
 #else
     return ModifierNaming::words;
+#endif
+}
+
+KeyboardAccess AppMainAdapters::keyboardAccess() {
+#if defined(Q_OS_MACOS)
+    return KeyboardAccess::accessibilitySettings;
+#else
+    return KeyboardAccess::displayOrInputDevices;
+#endif
+}
+
+void AppMainAdapters::installIcon() {
+#if defined(Q_OS_MACOS)
+    macos::ApplicationIcon::install();
+#else
+    if (const auto icon = ApplicationIcon::fromResources(); !icon.isNull()) {
+        QGuiApplication::setWindowIcon(icon);
+    }
 #endif
 }
 

@@ -1,13 +1,17 @@
 #pragma once
 
+#include "ApplicationShell/ApplicationVisibility.h"
 #include "ApplicationShell/BootClock.h"
 #include "ApplicationShell/LoginItemService.h"
+#include "ApplicationShell/MenuBar.h"
 #include "ApplicationShell/SystemBeep.h"
 #include "ApplicationShell/UserDefaults.h"
+#include "ApplicationShell/WindowAspect.h"
 #include "Concurrency/MainActor.h"
 #include "KeyboardInput/HotkeyModifiers.h"
 #include "KeyboardInput/KeyEvent.h"
 #include "KeyboardInput/KeyEventTranslator.h"
+#include "KeyboardInput/KeyboardAccess.h"
 #include "KeyboardInput/KeyboardTap.h"
 #include "MidiOutput/MidiSystem.h"
 
@@ -30,6 +34,9 @@ struct AppMainAdapters {
     std::unique_ptr<LoginItemService> loginItemService;
     std::unique_ptr<SystemBeep> systemBeep;
     std::unique_ptr<KeyEventTranslator> keyEventTranslator;
+    std::unique_ptr<ApplicationVisibility> applicationVisibility;
+    std::unique_ptr<WindowAspect> windowAspect;
+    std::unique_ptr<MenuBar> menuBar;
 
     /// Those that fit the platform and the session, each with the headless one as the last choice. The
     /// application object must exist, and the main actor outlives them. `midi` is a name of
@@ -50,6 +57,11 @@ struct AppMainAdapters {
     focusWatch(std::function<void(bool hasFocus)> handler);
 
     [[nodiscard]] static ModifierNaming modifierNaming();
+
+    [[nodiscard]] static KeyboardAccess keyboardAccess();
+
+    /// Makes the program's icon that of the application; without one the system's own stays.
+    static void installIcon();
 };
 
 } // namespace tavro

@@ -1,16 +1,23 @@
 #pragma once
 
+#include "ApplicationShell/AppDelegate.h"
 #include "ApplicationShell/AppMainAdapters.h"
+#include "ApplicationShell/AppMainUpdates.h"
 #include "ApplicationShell/AppPreferences.h"
 #include "ApplicationShell/GlobalPlay.h"
 #include "ApplicationShell/LaunchAtLogin.h"
 #include "ApplicationShell/LoginItemController.h"
+#include "ApplicationShell/MainMenu.h"
 #include "ApplicationShell/PerformanceController.h"
 #include "ApplicationShell/PresetLibrary.h"
 #include "ApplicationShell/PresetStore.h"
 #include "KeyboardInput/GlobalKeyboardController.h"
 #include "MidiOutput/MidiOutputManager.h"
+#include "UserInterface/FocusedTextField.h"
+#include "UserInterface/MainQuickWindow.h"
 #include "UserInterface/MainWindowLoader.h"
+
+#include <memory>
 
 namespace tavro {
 
@@ -30,7 +37,13 @@ struct AppMainComposition {
     GlobalPlay globalPlay;
     PresetLibrary presets;
     LaunchAtLogin launchAtLogin;
+    /// Null in a program that leaves updates to others.
+    std::unique_ptr<AppMainUpdates> updates;
+    FocusedTextField textEditing;
+    MainMenu menu;
     MainWindowLoader window;
+    MainQuickWindow applicationWindow;
+    AppDelegate delegate;
 };
 
 } // namespace tavro

@@ -3,6 +3,7 @@
 #include "ApplicationShell/LoginItemController.h"
 
 #include <QObject>
+#include <QString>
 
 namespace tavro {
 
@@ -10,6 +11,8 @@ namespace tavro {
 class LaunchAtLogin : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isEnabled READ isEnabled WRITE setEnabled NOTIFY changed)
+    /// What it means on this system, where the usual words do not fit; empty otherwise.
+    Q_PROPERTY(QString note READ note CONSTANT)
 
 public:
     /// Must outlive this.
@@ -19,6 +22,8 @@ public:
     [[nodiscard]] bool isEnabled() const { return isEnabled_; }
 
     void setEnabled(bool isOn);
+
+    [[nodiscard]] QString note() const { return QString::fromStdString(loginItem_.note()); }
 
 Q_SIGNALS:
     /// Also when a wish was refused: whoever shows the wish has to show what is again.

@@ -4,6 +4,8 @@
 #include "ApplicationShell/LoginItemService.h"
 #include "ApplicationShell/UserDefaults.h"
 
+#include <string>
+
 namespace tavro {
 
 /// Switches launch at login on and off, and remembers it. Main thread only.
@@ -19,6 +21,9 @@ public:
 
     /// What the system reports.
     [[nodiscard]] bool isEnabled() const { return service_.status() == LoginItemService::Status::enabled; }
+
+    /// What the login item is on this system, where the usual words do not fit; empty otherwise.
+    [[nodiscard]] std::string note() const { return service_.note(); }
 
 private:
     LoginItemService& service_;

@@ -29,6 +29,9 @@ public:
 
     /// The opposite. Nothing when that worked, otherwise why not.
     [[nodiscard]] virtual std::optional<std::string> unregisterItem() = 0;
+
+    /// One sentence for the user: what the item is on this system. Empty where the usual words fit.
+    [[nodiscard]] virtual std::string note() const = 0;
 };
 
 } // namespace tavro

@@ -1,21 +1,11 @@
 #include "KeyboardInput/KeyboardMonitorView.h"
 
+#include "KeyboardInput/FocusedItem.h"
 #include "KeyboardMapping/PhysicalKeyMapper.h"
 
 #include <QKeyEvent>
 
 namespace tavro {
-
-namespace {
-
-bool liesInPopup(const QQuickItem* item) {
-    while (item != nullptr && !item->inherits("QQuickOverlay")) {
-        item = item->parentItem();
-    }
-    return item != nullptr;
-}
-
-} // namespace
 
 KeyboardMonitorView::KeyboardMonitorView(QQuickItem* parent) {
     // Not by the base class, whose notice of the window would come before this part can hear it.
@@ -124,11 +114,8 @@ void KeyboardMonitorView::reportFocus(bool isFocused) const {
 }
 
 KeyEventRouter::Context KeyboardMonitorView::context() const {
-    const QQuickItem* focusItem = window_ != nullptr ? window_->activeFocusItem() : nullptr;
-    // Editable items take an input method's text; fields that can only be read do not.
-    return {.isForeignWindow = liesInPopup(focusItem),
-            .isEditingText =
-                focusItem != nullptr && focusItem->flags().testFlag(QQuickItem::ItemAcceptsInputMethod)};
+    const auto focus = FocusedItem::of(window_);
+    return {.isForeignWindow = focus.liesInPopup, .isEditingText = focus.isEditingText};
 }
 
 bool KeyboardMonitorView::consumes(const QKeyEvent& event) {

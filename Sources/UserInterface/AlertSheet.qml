@@ -18,6 +18,8 @@ T.Popup {
     modal: true
     focus: true
     closePolicy: T.Popup.CloseOnEscape
+    // For screen readers it is its content; the item around that has no name.
+    Component.onCompleted: contentItem.parent.Accessible.ignored = true
 
     T.Overlay.modal: Rectangle {
         color: "#B00D0F12"

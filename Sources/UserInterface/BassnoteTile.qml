@@ -2,7 +2,7 @@ import QtQuick
 import Tavro
 
 // The bass note, and how far down it lies.
-Rectangle {
+ControlTile {
     id: root
 
     property bool isOn: false
@@ -11,26 +11,12 @@ Rectangle {
     signal toggledTo(bool isOn)
     signal octaveChosen(int octaveDown)
 
-    implicitHeight: 56
-    radius: Theme.tileRadius
-    color: Theme.panel
-    border.width: 1
-    border.color: Theme.hairline
-
-    Text {
-        x: Theme.padding
-        anchors.verticalCenter: parent.verticalCenter
-        text: qsTr("Bassnote")
-        color: Theme.secondaryText
-        font.pixelSize: Theme.secondarySize
-        font.weight: Font.DemiBold
-    }
+    title: qsTr("Bassnote")
+    help: HelpTexts.bassnote
 
     Row {
-        anchors.right: parent.right
-        anchors.rightMargin: Theme.padding
         anchors.verticalCenter: parent.verticalCenter
-        spacing: 16
+        spacing: 20
 
         TogglePill {
             anchors.verticalCenter: parent.verticalCenter
@@ -45,6 +31,14 @@ Rectangle {
             choices: root.octaves
             value: root.octaveDown
             onChosen: value => root.octaveChosen(value)
+        }
+
+        Text {
+            anchors.verticalCenter: parent.verticalCenter
+            text: qsTr("octaves below")
+            color: Theme.secondaryText
+            font.pixelSize: Theme.controlSize
+            Accessible.ignored: true
         }
     }
 }

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Tavro
 
-// A slider over whole numbers. Alt with a double click brings its default back.
+// A slider over whole numbers: dragged, turned by the wheel, and moved by the arrow keys while the pointer is
+// over it. Alt with a double click brings its default back.
 Item {
     id: root
 
@@ -11,12 +12,43 @@ Item {
     property int value: 0
     property int defaultValue: 0
     property string label
+    // The value in words, for who cannot see it.
+    property string valueText: String(value)
     // Where the filled part of the groove begins.
     property real fillOrigin: 0
     signal chosen(int value)
 
     implicitWidth: 120
     implicitHeight: 28
+
+    function moveBy(steps) {
+        const next = Math.max(from, Math.min(to, value + steps))
+        if (next !== value)
+            chosen(next)
+    }
+
+    HoverHandler {
+        id: hover
+    }
+
+    // Wheels and touchpads that turn in parts of a step move it when the parts have become a whole.
+    WheelHandler {
+        property real turned: 0
+
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+        target: null
+        onWheel: event => {
+            turned += (event.angleDelta.y !== 0 ? event.angleDelta.y : event.angleDelta.x) / 120
+            const steps = Math.trunc(turned)
+            turned -= steps
+            root.moveBy(steps)
+        }
+    }
+
+    ArrowKeyMonitor {
+        isListening: hover.hovered
+        onStep: direction => root.moveBy(direction)
+    }
 
     T.Slider {
         id: slider
@@ -28,7 +60,11 @@ Item {
         snapMode: T.Slider.SnapAlways
         value: root.value
         focusPolicy: Qt.ClickFocus
+        // Under these names screen readers ask for the bounds.
+        readonly property real minimumValue: from
+        readonly property real maximumValue: to
         Accessible.name: root.label
+        Accessible.description: root.valueText
         onMoved: root.chosen(Math.round(value))
 
         background: Rectangle {
@@ -39,7 +75,8 @@ Item {
             color: Theme.raised
 
             Rectangle {
-                readonly property real knob: slider.visualPosition
+                // Ends under the middle of the knob.
+                readonly property real knob: (slider.visualPosition * (slider.width - 18) + 9) / slider.width
                 x: Math.min(knob, root.fillOrigin) * parent.width
                 width: Math.abs(knob - root.fillOrigin) * parent.width
                 height: parent.height
@@ -55,7 +92,7 @@ Item {
             height: 18
             radius: 9
             color: Theme.text
-            border.width: slider.pressed ? 4 : 0
+            border.width: slider.pressed ? 5 : hover.hovered ? 3 : 0
             border.color: Theme.secondaryText
         }
     }

@@ -9,12 +9,15 @@ Item {
     required property KeyboardGridModel grid
     required property MidiOutputPresenter output
     required property GlobalPlayPresenter globalPlay
-    // With one property, isEnabled.
+    // With isEnabled and note.
     required property QtObject launchAtLogin
     required property PresetPresenter presets
     required property PickerChoices pickerChoices
+    required property TutorialPresenter tutorial
+    required property WindowPanels panels
+    required property MainMenuPresenter menu
     readonly property int designWidth: 1280
-    readonly property int designHeight: 857
+    readonly property int designHeight: panels.preferredWindowHeight
 
     width: designWidth
     height: designHeight
@@ -46,177 +49,44 @@ Item {
         onPressed: root.forceActiveFocus()
     }
 
-    Item {
-        id: surface
+    HeaderBar {
+        id: header
 
-        anchors.fill: parent
+        output: root.output
+        globalPlay: root.globalPlay
+        presets: root.presets
+        menu: root.menu
+        x: Theme.margin
+        y: 20
+        width: parent.width - 2 * Theme.margin
+        onHelpWanted: root.tutorial.show()
+    }
 
-        HeaderBar {
-            id: header
+    Column {
+        x: Theme.margin
+        y: 84
+        width: parent.width - 2 * Theme.margin
+        spacing: Theme.gap
 
-            output: root.output
-            globalPlay: root.globalPlay
-            presets: root.presets
-            x: Theme.margin
-            y: 16
-            width: parent.width - 2 * Theme.margin
+        PerformanceRow {
+            settings: root.settings
+            pickerChoices: root.pickerChoices
         }
 
-        Row {
-            id: firstRow
+        DisclosurePanel {
+            width: parent.width
+            title: qsTr("Advanced")
+            summary: [qsTr("Complexity %1").arg(root.settings.chordComplexity), qsTr("Note limit %1").arg(root.settings.maxChordNotes > 0 ? root.settings.maxChordNotes : qsTr("off")), qsTr("Strum %1 ms").arg(root.settings.strumMilliseconds), root.settings.splitMode ? qsTr("Split on") : qsTr("Split off")].join(" · ")
+            isVisible: root.panels.isAdvancedVisible
+            onToggledTo: isVisible => root.panels.isAdvancedVisible = isVisible
 
-            x: Theme.margin
-            y: 68
-            spacing: Theme.gap
-
-            ControlTile {
-                title: qsTr("Root")
-                width: 150
-
-                Picker {
-                    anchors.fill: parent
-                    label: qsTr("Root")
-                    choices: root.pickerChoices.roots
-                    value: root.settings.rootSemitone
-                    onChosen: value => root.settings.rootSemitone = value
-                }
-            }
-
-            ControlTile {
-                title: qsTr("Scale")
-                width: 196
-
-                Picker {
-                    anchors.fill: parent
-                    label: qsTr("Scale")
-                    choices: root.pickerChoices.scales
-                    value: root.settings.scaleName
-                    onChosen: value => root.settings.scaleName = value
-                }
-            }
-
-            SliderTile {
-                title: qsTr("Octave")
-                width: 184
-                isCentered: true
-                from: -3
-                to: 3
-                value: root.settings.globalOctaveOffset
-                onChosen: value => root.settings.globalOctaveOffset = value
-            }
-
-            ControlTile {
-                title: qsTr("Chord")
-                width: 170
-
-                TogglePill {
-                    id: chordSwitch
-
-                    anchors.verticalCenter: parent.verticalCenter
-                    label: qsTr("Chord")
-                    isOn: root.settings.chordEnabled
-                    onToggledTo: isOn => root.settings.chordEnabled = isOn
-                }
-
-                Text {
-                    anchors.left: chordSwitch.right
-                    anchors.leftMargin: 12
-                    anchors.verticalCenter: parent.verticalCenter
-                    text: root.settings.chordMode
-                    color: root.settings.chordEnabled ? Theme.text : Theme.secondaryText
-                    font.pixelSize: Theme.controlSize
-                }
-            }
-
-            SliderTile {
-                title: qsTr("Velocity")
-                width: 236
-                from: 1
-                to: 127
-                defaultValue: 100
-                value: root.settings.velocity
-                onChosen: value => root.settings.velocity = value
-            }
-
-            SliderTile {
-                title: qsTr("Humanize")
-                width: 236
-                from: 0
-                to: 30
-                defaultValue: 7
-                value: root.settings.humanizeVelocity
-                onChosen: value => root.settings.humanizeVelocity = value
+            AdvancedPerformanceTile {
+                y: -3
+                settings: root.settings
             }
         }
 
         Row {
-            id: secondRow
-
-            x: Theme.margin
-            anchors.top: firstRow.bottom
-            anchors.topMargin: Theme.gap
-            spacing: Theme.gap
-
-            SliderTile {
-                title: qsTr("Chord Complexity")
-                width: 304
-                from: 0
-                to: 100
-                value: root.settings.chordComplexity
-                onChosen: value => root.settings.chordComplexity = value
-            }
-
-            SliderTile {
-                title: qsTr("Note Limit")
-                width: 232
-                from: 0
-                to: 16
-                defaultValue: 8
-                zeroText: qsTr("Off")
-                value: root.settings.maxChordNotes
-                onChosen: value => root.settings.maxChordNotes = value
-            }
-
-            SliderTile {
-                title: qsTr("Strum")
-                width: 270
-                isCentered: true
-                from: -50
-                to: 50
-                suffix: qsTr(" ms")
-                value: root.settings.strumMilliseconds
-                onChosen: value => root.settings.strumMilliseconds = value
-            }
-
-            ControlTile {
-                title: qsTr("Split Mode")
-                width: 142
-
-                TogglePill {
-                    anchors.verticalCenter: parent.verticalCenter
-                    label: qsTr("Split Mode")
-                    isOn: root.settings.splitMode
-                    onToggledTo: isOn => root.settings.splitMode = isOn
-                }
-            }
-
-            SliderTile {
-                title: qsTr("Melody Octave")
-                width: 236
-                isCentered: true
-                from: -3
-                to: 3
-                value: root.settings.melodyOctaveOffset
-                onChosen: value => root.settings.melodyOctaveOffset = value
-            }
-        }
-
-        Row {
-            id: thirdRow
-
-            x: Theme.margin
-            anchors.top: secondRow.bottom
-            anchors.topMargin: Theme.gap
             spacing: Theme.gap
 
             HoldModeTile {
@@ -238,27 +108,22 @@ Item {
         }
 
         KeyboardPanel {
-            id: keyboard
-
+            width: parent.width
             grid: root.grid
             statusText: root.output.statusText
-            x: Theme.margin
-            width: parent.width - 2 * Theme.margin
-            anchors.top: thirdRow.bottom
-            anchors.topMargin: Theme.gap
+            hint: root.output.hint
             onKeyTouched: root.forceActiveFocus()
         }
 
         SettingsPanel {
+            width: parent.width
             settings: root.settings
             output: root.output
             globalPlay: root.globalPlay
             launchAtLogin: root.launchAtLogin
             pickerChoices: root.pickerChoices
-            x: Theme.margin
-            width: parent.width - 2 * Theme.margin
-            anchors.top: keyboard.bottom
-            anchors.topMargin: Theme.gap
+            isVisible: root.panels.isSettingsVisible
+            onToggledTo: isVisible => root.panels.isSettingsVisible = isVisible
         }
     }
 }

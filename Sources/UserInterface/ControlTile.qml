@@ -1,39 +1,51 @@
 import QtQuick
 import Tavro
 
-// A titled box around one control. The control stands at the same height in every tile.
-Rectangle {
+// One control under its title. The control stands at the same height in every tile. A tile of its own has a
+// frame; tiles that share one are told apart by dividers.
+Item {
     id: root
 
     property string title
+    property string help
+    property bool hasFrame: true
+    // At the right edge.
+    property bool showsDivider: false
     default property alias content: content.data
 
-    implicitHeight: 88
-    radius: Theme.tileRadius
-    color: Theme.panel
-    border.width: 1
-    border.color: Theme.hairline
+    implicitHeight: Theme.tileHeight
 
-    Text {
+    Rectangle {
+        anchors.fill: parent
+        visible: root.hasFrame
+        radius: Theme.tileRadius
+        color: Theme.panel
+        border.width: 1
+        border.color: Theme.hairline
+    }
+
+    Rectangle {
+        visible: root.showsDivider
+        anchors.right: parent.right
+        y: 14
+        width: 1
+        height: parent.height - 28
+        color: Theme.strongHairline
+    }
+
+    LabelWithHelp {
         x: Theme.padding
         y: 11
-        width: parent.width - 2 * Theme.padding
-        text: root.title
-        elide: Text.ElideRight
-        color: Theme.secondaryText
-        font.pixelSize: Theme.secondarySize
-        font.weight: Font.DemiBold
+        title: root.title
+        help: root.help
     }
 
     Item {
         id: content
 
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.bottom: parent.bottom
-        anchors.leftMargin: Theme.padding
-        anchors.rightMargin: Theme.padding
-        anchors.bottomMargin: 11
-        height: 38
+        x: Theme.padding
+        y: 41
+        width: parent.width - 2 * Theme.padding
+        height: Theme.controlHeight
     }
 }

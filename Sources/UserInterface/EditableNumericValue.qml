@@ -10,6 +10,7 @@ Rectangle {
     property int value: 0
     property string label
     property string suffix
+    property int fontSize: Theme.controlSize
     // Stands for 0 while the number is not being edited.
     property string zeroText
     readonly property bool isEditing: input.activeFocus
@@ -40,7 +41,12 @@ Rectangle {
         visible: !root.isEditing
         text: root.shownText
         color: Theme.text
-        font.pixelSize: Theme.controlSize
+        font.pixelSize: root.fontSize
+    }
+
+    // The second press of a double click too, which the field itself takes for a selection only.
+    TapHandler {
+        onPressedChanged: if (pressed && !root.isEditing) input.forceActiveFocus(Qt.MouseFocusReason)
     }
 
     TextInput {
@@ -53,22 +59,27 @@ Rectangle {
         anchors.rightMargin: 4
         horizontalAlignment: TextInput.AlignHCenter
         verticalAlignment: TextInput.AlignVCenter
-        opacity: activeFocus ? 1 : 0
-        color: Theme.text
-        selectionColor: Theme.quietText
+        text: root.value
+        // Not hidden: who cannot see it finds the field also while nobody edits.
+        color: activeFocus ? Theme.text : "transparent"
+        selectionColor: Theme.raised
         selectedTextColor: Theme.text
-        font.pixelSize: Theme.controlSize
+        font.pixelSize: root.fontSize
         clip: true
         activeFocusOnPress: true
+        Accessible.role: Accessible.EditableText
         Accessible.name: root.label
+        Accessible.description: root.shownText
 
         onActiveFocusChanged: {
             if (activeFocus) {
                 isDropped = false
                 text = root.value
                 selectAll()
-            } else if (!isDropped) {
-                root.commit()
+            } else {
+                if (!isDropped)
+                    root.commit()
+                text = Qt.binding(() => root.value)
             }
         }
         onAccepted: root.leave()

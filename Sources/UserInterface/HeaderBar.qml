@@ -1,13 +1,16 @@
 import QtQuick
 import Tavro
 
-// The product mark, the presets, whether Global Play is on, where the notes go, and the stop button.
+// The product mark, the presets, where the notes go, whether Global Play is on, help, the menu, and the stop
+// button.
 Item {
     id: root
 
     required property MidiOutputPresenter output
     required property GlobalPlayPresenter globalPlay
     required property PresetPresenter presets
+    required property MainMenuPresenter menu
+    signal helpWanted
 
     implicitHeight: 40
 
@@ -20,15 +23,17 @@ Item {
         font.pixelSize: 29
         font.weight: Font.Bold
         font.letterSpacing: 2
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
 
     Picker {
         id: presetPicker
 
-        anchors.left: mark.right
-        anchors.leftMargin: 28
+        x: 152
         anchors.verticalCenter: parent.verticalCenter
-        width: 232
+        width: 260
+        implicitHeight: 40
         label: qsTr("Preset")
         choices: root.presets.presets
         value: root.presets.selected
@@ -46,6 +51,8 @@ Item {
     }
 
     IconButton {
+        id: loadButton
+
         anchors.left: saveButton.right
         anchors.leftMargin: 8
         label: qsTr("Load preset")
@@ -59,28 +66,46 @@ Item {
         presets: root.presets
     }
 
-    StatusPill {
-        anchors.right: outputPill.left
-        anchors.rightMargin: 8
+    Row {
+        anchors.right: buttons.left
+        anchors.rightMargin: 12
         anchors.verticalCenter: parent.verticalCenter
-        text: root.globalPlay.summary
-        dot: root.globalPlay.isOn ? Theme.accent : Theme.quietText
+        spacing: 8
+
+        StatusPill {
+            id: outputPill
+
+            text: root.output.summary
+            dot: root.output.isUnavailable ? Theme.stop : root.output.isUnheard ? Theme.quietText : Theme.accent
+            maximumWidth: buttons.x - 12 - 8 - globalPill.width - loadButton.x - loadButton.width - 24
+        }
+
+        StatusPill {
+            id: globalPill
+
+            text: root.globalPlay.summary
+            dot: root.globalPlay.isOn ? Theme.accent : Theme.quietText
+        }
     }
 
-    StatusPill {
-        id: outputPill
-
-        anchors.right: stopButton.left
-        anchors.rightMargin: 8
-        anchors.verticalCenter: parent.verticalCenter
-        text: root.output.summary
-        dot: root.output.isUnavailable ? Theme.stop : root.output.isUnheard ? Theme.quietText : Theme.accent
-    }
-
-    StopButton {
-        id: stopButton
+    Row {
+        id: buttons
 
         anchors.right: parent.right
-        onClicked: root.output.stopAllNotes()
+        spacing: 8
+
+        IconButton {
+            label: qsTr("Help")
+            symbol: "questionmark.circle.fill"
+            onClicked: root.helpWanted()
+        }
+
+        MainMenuButton {
+            menu: root.menu
+        }
+
+        StopButton {
+            onClicked: root.output.stopAllNotes()
+        }
     }
 }

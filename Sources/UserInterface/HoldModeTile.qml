@@ -2,7 +2,7 @@ import QtQuick
 import Tavro
 
 // The two ways of holding notes after their keys were released.
-Rectangle {
+ControlTile {
     id: root
 
     property bool hold: false
@@ -10,53 +10,20 @@ Rectangle {
     signal holdChosen(bool isOn)
     signal smartHoldChosen(bool isOn)
 
-    implicitHeight: 56
-    radius: Theme.tileRadius
-    color: Theme.panel
-    border.width: 1
-    border.color: Theme.hairline
-
-    Text {
-        x: Theme.padding
-        anchors.verticalCenter: parent.verticalCenter
-        text: qsTr("Hold / Smart Hold")
-        color: Theme.secondaryText
-        font.pixelSize: Theme.secondarySize
-        font.weight: Font.DemiBold
-    }
+    title: qsTr("Hold / Smart Hold")
+    help: HelpTexts.hold
 
     Row {
-        anchors.right: parent.right
-        anchors.rightMargin: Theme.padding
         anchors.verticalCenter: parent.verticalCenter
-        spacing: 14
+        spacing: 44
 
-        Text {
-            anchors.verticalCenter: parent.verticalCenter
-            text: qsTr("Hold")
-            color: Theme.text
-            font.pixelSize: Theme.controlSize
-        }
-
-        TogglePill {
+        LabelledSwitch {
             label: qsTr("Hold")
             isOn: root.hold
             onToggledTo: isOn => root.holdChosen(isOn)
         }
 
-        Item {
-            width: 20
-            height: 1
-        }
-
-        Text {
-            anchors.verticalCenter: parent.verticalCenter
-            text: qsTr("Smart Hold")
-            color: Theme.text
-            font.pixelSize: Theme.controlSize
-        }
-
-        TogglePill {
+        LabelledSwitch {
             label: qsTr("Smart Hold")
             isOn: root.smartHold
             onToggledTo: isOn => root.smartHoldChosen(isOn)

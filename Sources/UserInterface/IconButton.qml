@@ -30,4 +30,10 @@ T.AbstractButton {
             color: root.symbolColor
         }
     }
+
+    HelpTip {
+        text: root.label
+        isWanted: root.hovered && !root.down
+        delay: 700
+    }
 }

@@ -1,11 +1,12 @@
 #include "UserInterface/KeyboardGridModel.h"
 
-#include "NoteEngine/ChordVoicing.h"
+#include "NoteEngine/ChordDetector.h"
 #include "PerformanceModel/ScaleEngine.h"
 
 #include <algorithm>
 #include <optional>
 #include <ranges>
+#include <tuple>
 #include <utility>
 
 namespace tavro {
@@ -29,7 +30,9 @@ QString printed(Character character) {
 } // namespace
 
 KeyboardGridModel::KeyboardGridModel(PerformanceController& controller)
-    : controller_(controller), cells_(currentCells()) {
+    : controller_(controller), cells_(currentCells()),
+      touches_([this](Character key) { controller_.handleKeyDown(key); },
+               [this](Character key) { controller_.handleKeyUp(key); }) {
     connect(&controller_, &PerformanceController::stateChanged, this, &KeyboardGridModel::follow);
     connect(&controller_, &PerformanceController::keyboardDisplayChanged, this,
             &KeyboardGridModel::followDisplay);
@@ -57,6 +60,10 @@ QVariant KeyboardGridModel::data(const QModelIndex& index, int role) const {
         return cell.column;
     case noteRole:
         return cell.note;
+    case chordRole:
+        return cell.chord;
+    case descriptionRole:
+        return cell.description;
     case isMelodyRole:
         return cell.zone == KeyPerformanceZone::melody;
     case isPressedRole:
@@ -74,6 +81,8 @@ QHash<int, QByteArray> KeyboardGridModel::roleNames() const {
             {rowRole, QByteArrayLiteral("row")},
             {columnRole, QByteArrayLiteral("column")},
             {noteRole, QByteArrayLiteral("note")},
+            {chordRole, QByteArrayLiteral("chord")},
+            {descriptionRole, QByteArrayLiteral("description")},
             {isMelodyRole, QByteArrayLiteral("isMelody")},
             {isPressedRole, QByteArrayLiteral("isPressed")},
             {isHighlightedRole, QByteArrayLiteral("isHighlighted")}};
@@ -99,28 +108,56 @@ void KeyboardGridModel::release(const QString& key) {
     }
 }
 
+void KeyboardGridModel::touch(int point, const QString& key) {
+    touches_.moveTo(point, characterOf(key).value_or(U'\0'));
+}
+
+void KeyboardGridModel::endTouch(int point) {
+    touches_.end(point);
+}
+
 std::vector<KeyboardGridModel::Cell> KeyboardGridModel::currentCells() const {
-    const auto& state = controller_.state();
     const auto& layout = controller_.layout();
-    const auto& scale = ScaleEngine::scale(state.scaleName);
-    const bool preferFlats = ScaleEngine::preferFlats(state.rootSemitone, state.scaleName);
     std::vector<Cell> cells;
     for (const auto& row : std::views::reverse(layout.rows())) {
         for (const auto key : row.keys) {
             const auto* position = layout.position(key);
-            const auto note = ChordVoicing::singleNote(*position, state, scale);
-            cells.push_back({
+            Cell cell{
                 .key = position->key,
                 .row = static_cast<int>(position->rowIndex),
                 .column = static_cast<int>(position->indexInRow),
-                .note = QString::fromStdString(ScaleEngine::noteName(note, preferFlats)),
-                .zone = layout.zone(key, state.splitModeEnabled),
+                .note = {},
+                .chord = {},
+                .description = {},
+                .zone = layout.zone(key, controller_.state().splitModeEnabled),
                 .isPressed = controller_.activeKeys().contains(position->key),
                 .isHighlighted = controller_.highlightedKeys().contains(position->key),
-            });
+            };
+            describe(cell);
+            cells.push_back(std::move(cell));
         }
     }
     return cells;
+}
+
+void KeyboardGridModel::describe(Cell& cell) const {
+    const auto& state = controller_.state();
+    const bool preferFlats = ScaleEngine::preferFlats(state.rootSemitone, state.scaleName);
+    auto notes = controller_.engine().notesForKey(cell.key, state);
+    if (notes.empty()) {
+        return;
+    }
+    std::ranges::sort(notes);
+    QStringList names;
+    for (const auto note : notes) {
+        names.append(QString::fromStdString(ScaleEngine::noteName(note, preferFlats)));
+    }
+    cell.note = names.front();
+    cell.description = names.join(QLatin1Char(' '));
+    if (notes.size() > 1 && ChordDetector::detect(notes, preferFlats)) {
+        cell.chord = QString::fromStdString(ChordDetector::displayName(notes, preferFlats));
+        cell.description = tr("%1: %2").arg(cell.chord, cell.description);
+    }
 }
 
 void KeyboardGridModel::follow() {
@@ -149,9 +186,13 @@ void KeyboardGridModel::replaceCell(std::size_t index, const Cell& cell) {
     if (cells_[index] == cell) {
         return;
     }
+    // Most changes are a key that goes down or up: the scene then need not ask for its names again.
+    const auto names = [](const Cell& of) { return std::tie(of.key, of.note, of.description, of.zone); };
+    const auto roles =
+        names(cells_[index]) == names(cell) ? QList<int>{isPressedRole, isHighlightedRole} : QList<int>{};
     cells_[index] = cell;
     const auto changed = this->index(static_cast<int>(index));
-    Q_EMIT dataChanged(changed, changed);
+    Q_EMIT dataChanged(changed, changed, roles);
 }
 
 } // namespace tavro

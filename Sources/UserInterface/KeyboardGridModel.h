@@ -2,6 +2,7 @@
 
 #include "ApplicationShell/PerformanceController.h"
 #include "KeyboardMapping/KeyboardLayout.h"
+#include "UserInterface/KeyTouches.h"
 
 #include <QAbstractListModel>
 #include <QString>
@@ -31,8 +32,12 @@ public:
         rowRole,
         /// Index within the row, from the left.
         columnRole,
-        /// Name of the note that the key plays by itself.
+        /// Name of the note that the key plays, or of the lowest one of its chord.
         noteRole,
+        /// Name of the chord that the key plays; empty for a single note and for a chord without a name.
+        chordRole,
+        /// All that the key plays, in words.
+        descriptionRole,
         /// Whether Split Mode makes it play melody notes.
         isMelodyRole,
         isPressedRole,
@@ -53,6 +58,11 @@ public:
     Q_INVOKABLE void press(const QString& key);
     Q_INVOKABLE void release(const QString& key);
 
+    /// The mouse or a finger, told apart by any number, is down and on this key; the empty text is beside
+    /// every key. Going on to another key plays that one and releases the one before.
+    Q_INVOKABLE void touch(int point, const QString& key);
+    Q_INVOKABLE void endTouch(int point);
+
 Q_SIGNALS:
     void chordTextChanged();
 
@@ -62,6 +72,8 @@ private:
         int row;
         int column;
         QString note;
+        QString chord;
+        QString description;
         KeyPerformanceZone zone;
         bool isPressed;
         bool isHighlighted;
@@ -73,9 +85,11 @@ private:
     void follow();
     void followDisplay();
     void replaceCell(std::size_t index, const Cell& cell);
+    void describe(Cell& cell) const;
 
     PerformanceController& controller_;
     std::vector<Cell> cells_;
+    KeyTouches touches_;
 };
 
 } // namespace tavro

@@ -10,10 +10,13 @@ T.ApplicationWindow {
     required property KeyboardGridModel grid
     required property MidiOutputPresenter output
     required property GlobalPlayPresenter globalPlay
-    // With one property, isEnabled.
+    // With isEnabled and note.
     required property QtObject launchAtLogin
     required property PresetPresenter presets
     required property PickerChoices pickerChoices
+    required property TutorialPresenter tutorial
+    required property WindowPanels panels
+    required property MainMenuPresenter menu
 
     title: qsTr("TAVRO")
     color: Theme.surface
@@ -37,7 +40,7 @@ T.ApplicationWindow {
         highlightedText: Theme.text
     }
     width: 1280
-    height: Math.min(content.designHeight, Math.max(minimumHeight, Screen.desktopAvailableHeight - 40))
+    height: 805
     minimumWidth: 720
     minimumHeight: 520
 
@@ -51,8 +54,15 @@ T.ApplicationWindow {
         presets: window.presets
         launchAtLogin: window.launchAtLogin
         pickerChoices: window.pickerChoices
+        tutorial: window.tutorial
+        panels: window.panels
+        menu: window.menu
         // Drawn at one size and scaled as a whole, so that every proportion stays as it is.
         scale: Math.min(window.width / width, window.height / height)
         anchors.centerIn: parent
+    }
+
+    TutorialSheet {
+        tutorial: window.tutorial
     }
 }

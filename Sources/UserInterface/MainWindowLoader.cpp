@@ -20,7 +20,9 @@ void useOwnFont() {
 
 MainWindowLoader::MainWindowLoader(const Shell& shell)
     : shell_(shell), settings_(shell.controller), grid_(shell.controller),
-      output_(shell.controller, shell.midi), globalPlay_(shell.globalPlay), presets_(shell.presets) {
+      output_(shell.controller, shell.midi), globalPlay_(shell.globalPlay), presets_(shell.presets),
+      tutorial_(shell.globalPlay, shell.defaults, shell.mainActor, shell.keyboardAccess),
+      menu_(shell.menu, shell.menuIsInWindow) {
     SceneModule::makeAvailable();
     useOwnFont();
 }
@@ -31,19 +33,31 @@ QVariantMap MainWindowLoader::initialProperties() {
             {QStringLiteral("output"), QVariant::fromValue(&output_)},
             {QStringLiteral("globalPlay"), QVariant::fromValue(&globalPlay_)},
             {QStringLiteral("presets"), QVariant::fromValue(&presets_)},
+            {QStringLiteral("tutorial"), QVariant::fromValue(&tutorial_)},
+            {QStringLiteral("panels"), QVariant::fromValue(&panels_)},
+            {QStringLiteral("menu"), QVariant::fromValue(&menu_)},
             {QStringLiteral("launchAtLogin"), QVariant::fromValue<QObject*>(&shell_.launchAtLogin)},
             {QStringLiteral("pickerChoices"), QVariant::fromValue(&choices_)}};
 }
 
-bool MainWindowLoader::load() {
+bool MainWindowLoader::create() {
     engine_.setInitialProperties(initialProperties());
     engine_.load(SceneModule::urlOf(QStringLiteral("MainWindow.qml")));
     auto* created = window();
-    if (created == nullptr || !connectKeys(*created)) {
+    return created != nullptr && connectKeys(*created);
+}
+
+void MainWindowLoader::show() {
+    window()->show();
+    tutorial_.mainWindowWasShown();
+}
+
+bool MainWindowLoader::load() {
+    if (!create()) {
         return false;
     }
-    created->show();
-    created->requestActivate();
+    show();
+    window()->requestActivate();
     return true;
 }
 

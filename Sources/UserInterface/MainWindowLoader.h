@@ -4,15 +4,21 @@
 #include "ApplicationShell/LaunchAtLogin.h"
 #include "ApplicationShell/PerformanceController.h"
 #include "ApplicationShell/PresetLibrary.h"
+#include "ApplicationShell/UserDefaults.h"
+#include "Concurrency/MainActor.h"
 #include "KeyboardInput/KeyEventTranslator.h"
+#include "KeyboardInput/KeyboardAccess.h"
 #include "KeyboardInput/KeyboardEventMonitor.h"
 #include "MidiOutput/MidiOutputManager.h"
 #include "UserInterface/GlobalPlayPresenter.h"
 #include "UserInterface/KeyboardGridModel.h"
+#include "UserInterface/MainMenuPresenter.h"
 #include "UserInterface/MidiOutputPresenter.h"
 #include "UserInterface/PerformanceSettings.h"
 #include "UserInterface/PickerChoices.h"
 #include "UserInterface/PresetPresenter.h"
+#include "UserInterface/TutorialPresenter.h"
+#include "UserInterface/WindowPanels.h"
 
 #include <QPointer>
 #include <QQmlApplicationEngine>
@@ -33,16 +39,30 @@ public:
         PresetLibrary& presets;
         LaunchAtLogin& launchAtLogin;
         const KeyEventTranslator& translator;
+        UserDefaults& defaults;
+        MainActor& mainActor;
+        KeyboardAccess keyboardAccess;
+        const MainMenu& menu;
+        /// Whether the window shows the menu, because the system has no place for it.
+        bool menuIsInWindow;
     };
 
     explicit MainWindowLoader(const Shell& shell);
 
-    /// Creates the main window and shows it. False when it cannot be created; the reasons went to the error
+    /// Creates the main window, hidden. False when it cannot be created; the reasons went to the error
     /// output.
+    [[nodiscard]] bool create();
+
+    /// Shows the created window in front of the others.
+    void show();
+
+    /// All of it: creates the window, shows it and brings the application to the front.
     [[nodiscard]] bool load();
 
-    /// Null before `load` and after a failed one.
+    /// Null before `create` and after a failed one.
     [[nodiscard]] QQuickWindow* window() const;
+
+    [[nodiscard]] const WindowPanels& panels() const { return panels_; }
 
     /// Plays a key that the window has not seen yet, when it is one of the playing area and no text field and
     /// no popup wants it. False when it is to go the window's way; nothing has been done.
@@ -64,6 +84,9 @@ private:
     GlobalPlayPresenter globalPlay_;
     PresetPresenter presets_;
     PickerChoices choices_;
+    TutorialPresenter tutorial_;
+    WindowPanels panels_;
+    MainMenuPresenter menu_;
     /// Owned by the scene.
     QPointer<KeyboardEventMonitor> monitor_;
     // Last, so that the scene is gone before what it shows.

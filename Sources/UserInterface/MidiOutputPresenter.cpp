@@ -88,6 +88,19 @@ bool MidiOutputPresenter::isUnheard() const {
     return midi_.selectedDestinationID() == ownSource && midi_.listeners() == std::size_t{0};
 }
 
+QString MidiOutputPresenter::hint() const {
+    if (!midi_.isReady()) {
+        return tr("No MIDI system answers, so nothing can sound.");
+    }
+    if (!isSelectedThere()) {
+        return tr("The chosen MIDI Output is gone. Connect it again, or choose another one in Settings.");
+    }
+    if (isUnheard()) {
+        return tr("Nothing listens yet: choose TAVRO Out as the MIDI input of your instrument.");
+    }
+    return {};
+}
+
 QString MidiOutputPresenter::statusText() const {
     return midi_.statusText();
 }

@@ -27,6 +27,10 @@ class MidiOutputPresenter : public QObject {
     Q_PROPERTY(bool isUnavailable READ isUnavailable NOTIFY changed)
     /// Nobody gets them, as far as can be known.
     Q_PROPERTY(bool isUnheard READ isUnheard NOTIFY changed)
+    /// The name of the chosen entry.
+    Q_PROPERTY(QString selectedName READ selectedName NOTIFY changed)
+    /// What to do so that something is heard; empty when nothing is in the way, as far as can be known.
+    Q_PROPERTY(QString hint READ hint NOTIFY changed)
     Q_PROPERTY(QString statusText READ statusText NOTIFY statusTextChanged)
 
 public:
@@ -39,6 +43,8 @@ public:
     [[nodiscard]] QString summary() const;
     [[nodiscard]] bool isUnavailable() const;
     [[nodiscard]] bool isUnheard() const;
+    [[nodiscard]] QString selectedName() const;
+    [[nodiscard]] QString hint() const;
     [[nodiscard]] QString statusText() const;
 
     /// Reads the destinations anew: not every system tells when one of them is renamed.
@@ -54,7 +60,6 @@ Q_SIGNALS:
 private:
     void rememberNames();
     [[nodiscard]] bool isSelectedThere() const;
-    [[nodiscard]] QString selectedName() const;
 
     PerformanceController& controller_;
     MidiOutputManager& midi_;

@@ -20,8 +20,8 @@ T.AbstractButton {
     leftPadding: 14
     rightPadding: 34
     focusPolicy: Qt.ClickFocus
-    Accessible.role: Accessible.ComboBox
-    Accessible.name: label
+    // For screen readers it is what its background says: the button would make itself one of the plain ones.
+    Accessible.ignored: true
     onClicked: {
         opening()
         list.open()
@@ -39,6 +39,10 @@ T.AbstractButton {
         color: root.down || list.visible ? Theme.raised : Theme.inset
         border.width: 1
         border.color: Theme.strongHairline
+        Accessible.role: Accessible.ComboBox
+        Accessible.name: root.label
+        Accessible.description: root.contentItem.text
+        Accessible.onPressAction: root.clicked()
     }
 
     contentItem: Text {
@@ -90,6 +94,8 @@ T.AbstractButton {
         focus: true
         transformOrigin: opensUpwards ? T.Popup.BottomLeft : T.Popup.TopLeft
         closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+        // For screen readers it is its content; the item around that has no name.
+        Component.onCompleted: contentItem.parent.Accessible.ignored = true
         onAboutToShow: {
             // The list is drawn above everything, outside the scaled content.
             scale = root.mapToItem(null, 1, 0).x - root.mapToItem(null, 0, 0).x
@@ -114,11 +120,13 @@ T.AbstractButton {
             model: root.choices
             boundsBehavior: Flickable.StopAtBounds
             highlightMoveDuration: 0
+            Accessible.role: Accessible.List
+            Accessible.name: root.label
             Keys.onReturnPressed: root.choose(currentIndex)
             Keys.onEnterPressed: root.choose(currentIndex)
             Keys.onSpacePressed: root.choose(currentIndex)
 
-            delegate: T.AbstractButton {
+            delegate: T.ItemDelegate {
                 id: entry
 
                 required property var modelData
@@ -130,6 +138,7 @@ T.AbstractButton {
                 rightPadding: 10
                 hoverEnabled: true
                 focusPolicy: Qt.NoFocus
+                Accessible.name: modelData.text
                 onHoveredChanged: if (hovered) view.currentIndex = index
                 onClicked: root.choose(index)
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Tavro
 
-// Asks for the next key: a red point in a ring, filled while it waits.
+// Asks for the next key, and shows while it waits.
 T.AbstractButton {
     id: root
 
@@ -10,32 +10,29 @@ T.AbstractButton {
 
     implicitWidth: 38
     implicitHeight: 38
+    hoverEnabled: true
     focusPolicy: Qt.ClickFocus
     Accessible.role: Accessible.Button
     Accessible.name: isRecording ? qsTr("Stop recording the hotkey") : qsTr("Record a hotkey")
 
     background: Rectangle {
         radius: Theme.controlRadius
-        color: root.isRecording ? Theme.stopFill : Theme.inset
+        color: root.isRecording ? Theme.stopFill : root.down || root.hovered ? Theme.raised : Theme.inset
         border.width: 1
-        border.color: root.isRecording ? Theme.stopLine : Theme.strongHairline
+        border.color: root.isRecording ? Theme.stop : Theme.strongHairline
 
-        Rectangle {
+        Symbol {
             anchors.centerIn: parent
             width: 20
             height: 20
-            radius: 10
-            color: "transparent"
-            border.width: 2
-            border.color: root.isRecording ? Theme.stop : Theme.secondaryText
-
-            Rectangle {
-                anchors.centerIn: parent
-                width: 10
-                height: 10
-                radius: 5
-                color: Theme.stop
-            }
+            name: "record.circle.fill"
+            color: Theme.stop
         }
+    }
+
+    HelpTip {
+        text: root.Accessible.name
+        isWanted: root.hovered && !root.down
+        delay: 700
     }
 }

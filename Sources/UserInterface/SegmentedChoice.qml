@@ -26,7 +26,7 @@ Rectangle {
         Repeater {
             model: root.choices
 
-            T.AbstractButton {
+            T.RadioButton {
                 id: segment
 
                 required property var modelData
@@ -35,8 +35,7 @@ Rectangle {
                 width: 52
                 height: 30
                 focusPolicy: Qt.ClickFocus
-                Accessible.role: Accessible.RadioButton
-                Accessible.checked: isChosen
+                checked: isChosen
                 Accessible.name: root.label + " " + modelData.text
                 onClicked: root.chosen(modelData.value)
 

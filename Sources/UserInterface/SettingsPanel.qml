@@ -1,105 +1,150 @@
 import QtQuick
 import Tavro
 
-// Where the notes go, which keyboard they come from, and Global Play.
-Rectangle {
+// Where the notes go, which keyboard they come from, and how the program is at hand.
+DisclosurePanel {
     id: root
 
     required property PerformanceSettings settings
     required property MidiOutputPresenter output
     required property GlobalPlayPresenter globalPlay
-    // With one property, isEnabled.
+    // With isEnabled and note.
     required property QtObject launchAtLogin
     required property PickerChoices pickerChoices
+    readonly property var layoutEntry: pickerChoices.keyboardLayouts.find(entry => entry.value === settings.keyboardLayout)
 
-    implicitHeight: 112
-    radius: Theme.tileRadius
-    color: Theme.panel
-    border.width: 1
-    border.color: Theme.hairline
+    title: qsTr("Settings")
+    summary: [output.selectedName, qsTr("Channel %1").arg(settings.midiChannel), layoutEntry ? layoutEntry.text : ""].join(" · ")
+    closedHeight: 40
+    openHeight: 152
 
-    component Label: Text {
-        anchors.verticalCenter: parent.verticalCenter
+    Row {
+        y: -8
+
+        ControlTile {
+            title: qsTr("MIDI Output")
+            help: HelpTexts.midiOutput
+            width: 270
+            hasFrame: false
+            showsDivider: true
+
+            Picker {
+                anchors.fill: parent
+                label: qsTr("MIDI Output")
+                choices: root.output.destinations
+                value: root.output.selectedDestination
+                onOpening: root.output.refresh()
+                onChosen: value => root.output.selectedDestination = value
+            }
+        }
+
+        ControlTile {
+            title: qsTr("MIDI Channel")
+            help: HelpTexts.midiChannel
+            width: 158
+            hasFrame: false
+            showsDivider: true
+
+            Picker {
+                width: 84
+                height: parent.height
+                label: qsTr("MIDI Channel")
+                choices: root.pickerChoices.midiChannels
+                value: root.settings.midiChannel
+                onChosen: value => root.settings.midiChannel = value
+            }
+        }
+
+        ControlTile {
+            title: qsTr("Keyboard Layout")
+            help: HelpTexts.keyboardLayout
+            width: 222
+            hasFrame: false
+            showsDivider: true
+
+            Picker {
+                anchors.fill: parent
+                label: qsTr("Keyboard Layout")
+                choices: root.pickerChoices.keyboardLayouts
+                value: root.settings.keyboardLayout
+                onChosen: value => root.settings.keyboardLayout = value
+            }
+        }
+
+        ControlTile {
+            title: qsTr("Global Play")
+            help: HelpTexts.globalPlay
+            width: 188
+            hasFrame: false
+            showsDivider: true
+
+            TogglePill {
+                id: globalPlaySwitch
+
+                anchors.verticalCenter: parent.verticalCenter
+                label: qsTr("Global Play")
+                isOn: root.globalPlay.isOn
+                onToggledTo: isOn => root.globalPlay.isOn = isOn
+            }
+        }
+
+        ControlTile {
+            title: qsTr("Global Play Hotkey")
+            help: HelpTexts.globalPlayHotkey
+            width: 232
+            hasFrame: false
+            showsDivider: true
+
+            HotkeyField {
+                anchors.fill: parent
+                globalPlay: root.globalPlay
+            }
+        }
+
+        ControlTile {
+            title: qsTr("Launch at Login")
+            help: [HelpTexts.launchAtLogin, root.launchAtLogin.note].join("\n").trim()
+            width: 162
+            hasFrame: false
+
+            TogglePill {
+                anchors.verticalCenter: parent.verticalCenter
+                label: qsTr("Launch at Login")
+                isOn: root.launchAtLogin.isEnabled
+                onToggledTo: isOn => root.launchAtLogin.isEnabled = isOn
+            }
+        }
+    }
+
+    // How Global Play stands, and what the user can do about it.
+    Text {
+        id: status
+
+        x: Theme.padding
+        y: 83
+        width: Math.min(implicitWidth, parent.width / 2)
+        text: root.globalPlay.statusText
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
+        color: Theme.text
+        font.pixelSize: Theme.secondarySize
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+
+    Text {
+        anchors.left: status.right
+        anchors.leftMargin: 12
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.padding
+        anchors.baseline: status.baseline
+        text: root.globalPlay.advice
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
         color: Theme.secondaryText
         font.pixelSize: Theme.secondarySize
-        font.weight: Font.DemiBold
-    }
-
-    Item {
-        id: routing
-
-        x: Theme.padding
-        y: 11
-        width: parent.width - 2 * Theme.padding
-        height: 38
-
-        Label {
-            id: outputLabel
-
-            text: qsTr("MIDI Output")
-        }
-
-        Picker {
-            anchors.left: outputLabel.right
-            anchors.leftMargin: 14
-            anchors.right: channelLabel.left
-            anchors.rightMargin: 28
-            anchors.verticalCenter: parent.verticalCenter
-            label: outputLabel.text
-            choices: root.output.destinations
-            value: root.output.selectedDestination
-            onOpening: root.output.refresh()
-            onChosen: value => root.output.selectedDestination = value
-        }
-
-        Label {
-            id: channelLabel
-
-            anchors.right: channel.left
-            anchors.rightMargin: 14
-            text: qsTr("MIDI Channel")
-        }
-
-        Picker {
-            id: channel
-
-            anchors.right: layoutLabel.left
-            anchors.rightMargin: 28
-            anchors.verticalCenter: parent.verticalCenter
-            width: 84
-            label: channelLabel.text
-            choices: root.pickerChoices.midiChannels
-            value: root.settings.midiChannel
-            onChosen: value => root.settings.midiChannel = value
-        }
-
-        Label {
-            id: layoutLabel
-
-            anchors.right: layout.left
-            anchors.rightMargin: 14
-            text: qsTr("Keyboard Layout")
-        }
-
-        Picker {
-            id: layout
-
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
-            width: 204
-            label: layoutLabel.text
-            choices: root.pickerChoices.keyboardLayouts
-            value: root.settings.keyboardLayout
-            onChosen: value => root.settings.keyboardLayout = value
-        }
-    }
-
-    AvailabilitySettings {
-        globalPlay: root.globalPlay
-        launchAtLogin: root.launchAtLogin
-        x: Theme.padding
-        anchors.top: routing.bottom
-        anchors.topMargin: 14
-        width: parent.width - 2 * Theme.padding
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+        Accessible.ignored: text.length === 0
     }
 }

@@ -27,6 +27,7 @@ ControlTile {
 
         CleanValueSlider {
             label: root.title
+            valueText: number.shownText
             from: root.from
             to: root.to
             value: root.value
@@ -40,6 +41,7 @@ ControlTile {
 
         CenteredValueSlider {
             label: root.title
+            valueText: number.shownText
             from: root.from
             to: root.to
             value: root.value

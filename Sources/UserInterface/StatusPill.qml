@@ -6,15 +6,18 @@ Rectangle {
     id: root
 
     property string text
+    property color foregroundColor: Theme.secondaryText
     property color dot: Theme.quietText
-    property real maximumTextWidth: 360
+    property real maximumWidth: 400
 
-    implicitWidth: label.x + label.width + 14
+    implicitWidth: Math.min(maximumWidth, Math.ceil(label.implicitWidth) + 43)
     implicitHeight: 32
     radius: height / 2
     color: Theme.panel
     border.width: 1
     border.color: Theme.strongHairline
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
 
     Rectangle {
         x: 13
@@ -29,12 +32,13 @@ Rectangle {
         id: label
 
         x: 29
-        width: Math.min(implicitWidth, root.maximumTextWidth)
+        width: parent.width - 43
         anchors.verticalCenter: parent.verticalCenter
         text: root.text
         textFormat: Text.PlainText
         elide: Text.ElideRight
-        color: Theme.secondaryText
+        color: root.foregroundColor
         font.pixelSize: Theme.secondarySize
+        Accessible.ignored: true
     }
 }

@@ -8,6 +8,7 @@ T.AbstractButton {
 
     implicitWidth: 40
     implicitHeight: 40
+    hoverEnabled: true
     focusPolicy: Qt.ClickFocus
     Accessible.role: Accessible.Button
     Accessible.name: qsTr("Stop all notes")
@@ -16,14 +17,20 @@ T.AbstractButton {
         radius: Theme.controlRadius
         color: root.down ? Theme.stopLine : Theme.stopFill
         border.width: 1
-        border.color: Theme.stopLine
+        border.color: root.hovered ? Theme.stop : Theme.stopLine
 
-        Rectangle {
+        Symbol {
             anchors.centerIn: parent
-            width: 14
-            height: 14
-            radius: 2
+            width: 24
+            height: 24
+            name: "stop.circle.fill"
             color: Theme.stop
         }
+    }
+
+    HelpTip {
+        text: root.Accessible.name
+        isWanted: root.hovered && !root.down
+        delay: 700
     }
 }

@@ -64,7 +64,9 @@ void SymbolItem::itemChange(ItemChange change, const ItemChangeData& value) {
 void SymbolItem::updatePolish() {
     // The picture would otherwise have the size of the unscaled item.
     const auto transform = itemTransform(nullptr, nullptr);
-    setContentsScale(std::hypot(transform.m11(), transform.m12()));
+    const auto scale = std::hypot(transform.m11(), transform.m12()) *
+                       (window() == nullptr ? 1.0 : window()->effectiveDevicePixelRatio());
+    setTextureSize((QSizeF(width(), height()) * scale).toSize());
 }
 
 void SymbolItem::draw() {

@@ -21,6 +21,8 @@ QtObject {
     readonly property color stopFill: "#3A1518"
     readonly property color stopLine: "#7A2A2E"
 
+    readonly property color tipLine: "#4A515C"
+
     readonly property color text: "#F2F4F6"
     readonly property color secondaryText: "#AEB4BC"
     readonly property color quietText: "#7E8690"
@@ -32,7 +34,9 @@ QtObject {
 
     readonly property int gap: 12
     readonly property int margin: 24
-    readonly property int padding: 15
+    readonly property int padding: 16
+    readonly property int tileHeight: 96
+    readonly property int controlHeight: 38
     readonly property int tileRadius: 12
     readonly property int keyRadius: 9
     readonly property int controlRadius: 8

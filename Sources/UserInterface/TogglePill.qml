@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Tavro
 
-// A switch. It shows the value it is bound to and asks for the other one.
-T.AbstractButton {
+// A switch. It shows the value it is bound to and asks for the other one. Nothing in the window moves by itself.
+T.CheckBox {
     id: root
 
     property bool isOn: false
@@ -13,10 +13,11 @@ T.AbstractButton {
     implicitWidth: 52
     implicitHeight: 30
     focusPolicy: Qt.ClickFocus
-    Accessible.role: Accessible.CheckBox
-    Accessible.checkable: true
-    Accessible.checked: isOn
+    checkState: isOn ? Qt.Checked : Qt.Unchecked
+    nextCheckState: () => checkState
     Accessible.name: label
+    Accessible.onPressAction: clicked()
+    Accessible.onToggleAction: clicked()
     onClicked: toggledTo(!isOn)
 
     background: Rectangle {
@@ -32,12 +33,6 @@ T.AbstractButton {
             height: 24
             radius: 12
             color: root.isOn ? Theme.accentLetter : Theme.secondaryText
-
-            Behavior on x {
-                NumberAnimation {
-                    duration: 90
-                }
-            }
         }
     }
 }

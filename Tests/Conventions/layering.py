@@ -19,7 +19,7 @@ ALLOWED_FOLDERS = {
     "NoteEngine": {"PerformanceModel", "KeyboardMapping", "NoteEngine"},
     "MidiOutput": {"Concurrency", "PerformanceModel", "MidiOutput"},
     "KeyboardInput": {"Concurrency", "PerformanceModel", "KeyboardMapping", "KeyboardInput"},
-    "Updates": {"Concurrency", "Updates"},
+    "Updates": {"Concurrency", "PerformanceModel", "Updates"},
 }
 LOWER = set(ALLOWED_FOLDERS)
 ALLOWED_FOLDERS["ApplicationShell"] = LOWER | {"ApplicationShell"}

@@ -3,7 +3,7 @@
 import time
 import unittest
 
-from harness.global_play import ON, READY, RECORD_BUTTON, SWITCH, GlobalPlayTest
+from harness.global_play import ON, READY, GlobalPlayTest
 from harness.keys import HOTKEYS, PLAYING_KEYS
 
 # Longer than the server waits before it repeats a key, and more than a few repeats.
@@ -35,14 +35,15 @@ class PlayingTest(GlobalPlayTest):
 
     def test_switch_in_the_window_turns_it_on_and_off(self):
         self.play()
-        self.display.click(self.application.window, *SWITCH)
+        self.application.surface.toggle_settings()
+        self.application.surface.click("Global Play")
         self.application.wait_for_global_play(ON)
         self.show_terminal()
         self.typist.tap("a")
         self.assert_played("a")
         self.assert_typed(b"")
         self.show_application()
-        self.display.click(self.application.window, *SWITCH)
+        self.application.surface.click("Global Play")
         self.application.wait_for_global_play(READY)
         self.display.activate(self.terminal.window)
         self.typist.tap("s")
@@ -190,7 +191,8 @@ class HotkeyTest(GlobalPlayTest):
     def test_hotkey_with_modifiers(self):
         self.play_behind_the_terminal()
         self.show_application()
-        self.display.click(self.application.window, *RECORD_BUTTON)
+        self.application.surface.toggle_settings()
+        self.application.surface.click("record")
         self.typist.tap("Control_L Alt_L g")
         self.show_terminal()
         # The one of before is one no more.

@@ -2,7 +2,7 @@
 
 import unittest
 
-from harness.global_play import ON, READY, SWITCH, GlobalPlayTest
+from harness.global_play import ON, READY, GlobalPlayTest
 from harness.x_client import KeyHolder
 
 TAKEN = " - taken by another program: "
@@ -46,7 +46,8 @@ class SharingTest(GlobalPlayTest):
     def test_hotkey_of_another_program_is_named(self):
         self.other.hold("grave")
         self.play()
-        self.display.click(self.application.window, *SWITCH)
+        self.application.surface.toggle_settings()
+        self.application.surface.click("Global Play")
         self.application.wait_for_global_play(ON)
         self.show_terminal()
         self.application.wait_for_global_play(ON + TAKEN + "the hotkey")

@@ -12,11 +12,6 @@ from harness.waiting import wait_for
 ROUNDS = 20
 MANY_ROUNDS = 100
 
-# Places in the window, as it is drawn at first.
-VELOCITY_FIELD = (953, 122)
-ROOT_PICKER = (100, 122)
-BESIDE_EVERYTHING = (640, 8)
-
 
 class OrderTest(StageTest):
     def setUp(self):
@@ -24,11 +19,11 @@ class OrderTest(StageTest):
         self._clicks = 0
         self.play({"humanizeVelocity": 0})
 
-    def click(self, place):
-        x, y = place
+    def click(self, name):
+        x, y = self.application.surface.place(name)
         # Elsewhere each time, so that two of them never make a double click.
         self._clicks = (self._clicks + 1) % 3
-        return ["mousemove", "--window", self.application.window, x + 16 * self._clicks, y, "click", "1"]
+        return ["mousemove", "--window", self.application.window, x + 16 * (self._clicks - 1), y, "click", "1"]
 
     def inject(self, number, *words):
         """In every second round the program is kept from reading until everything is there."""
@@ -55,7 +50,7 @@ class OrderTest(StageTest):
     def test_digits_behind_a_click_go_into_the_field_and_the_key_behind_return_plays(self):
         self.assert_plays_after_each_round(
             lambda velocity: [
-                *self.click(VELOCITY_FIELD),
+                *self.click("velocity"),
                 *["key", "--delay", "0", *str(velocity), "Return", "a"],
             ],
             lambda velocity: [[0x90, 60, velocity], [0x80, 60, 0]],
@@ -65,9 +60,9 @@ class OrderTest(StageTest):
     def test_a_key_behind_a_click_beside_the_field_plays_with_what_was_typed(self):
         self.assert_plays_after_each_round(
             lambda velocity: [
-                *self.click(VELOCITY_FIELD),
+                *self.click("velocity"),
                 *["key", "--delay", "0", *str(velocity)],
-                *self.click(BESIDE_EVERYTHING),
+                *self.click("beside everything"),
                 *["key", "--delay", "0", "a"],
             ],
             lambda velocity: [[0x90, 60, velocity], [0x80, 60, 0]],
@@ -76,7 +71,7 @@ class OrderTest(StageTest):
     def test_keys_while_a_list_is_open_play_nothing(self):
         self.assert_plays_after_each_round(
             lambda velocity: [
-                *self.click(ROOT_PICKER),
+                *self.click("root"),
                 *["key", "--delay", "0", "a", "d", "Escape", "s"],
             ],
             lambda velocity: [[0x90, 61, 100], [0x80, 61, 0]],
@@ -86,7 +81,7 @@ class OrderTest(StageTest):
         self.assert_plays_after_each_round(
             lambda velocity: [
                 *["keydown", "a"],
-                *self.click(VELOCITY_FIELD),
+                *self.click("velocity"),
                 *["keyup", "a"],
                 *["key", "--delay", "0", *str(velocity), "Return", "s"],
             ],

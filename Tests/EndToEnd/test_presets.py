@@ -5,24 +5,18 @@ import json
 import pathlib
 import unittest
 
+from harness.places import ACCEPT, FILE_NAME, FIRST_FILE
 from harness.stage import StageTest
 from harness.waiting import wait_for
 
 MAJOR_TRIADS = {"scaleName": "Major", "chordMode": "Triad", "velocity": 100, "humanizeVelocity": 0}
 C_MAJOR = [("on", 60), ("on", 64), ("on", 67)]
-# Places in the window, at the size in which it opens.
-SAVE_BUTTON = (428, 36)
-LOAD_BUTTON = (476, 36)
-# In the dialogs, which stand in the middle of the window.
-FILE_NAME = (580, 573)
-ACCEPT = (787, 606)
-FIRST_FILE = (440, 334)
 
 
 class PresetsTest(StageTest):
     def test_a_saved_preset_is_a_file_and_is_there_after_a_restart(self):
         self.play(MAJOR_TRIADS)
-        self._click(SAVE_BUTTON)
+        self.application.surface.click("save")
         folder = self._preset_folder()
         wait_for(folder.is_dir, "the folder of the presets")
         self._type_file_name("Warm pads")
@@ -47,7 +41,7 @@ class PresetsTest(StageTest):
         self._write(folder / "Triads.tvp")
         (folder / "Another kind.txt").write_text("not for presets")
         self.play()
-        self._click(LOAD_BUTTON)
+        self.application.surface.click("load")
         # Until the list has come there is nothing to click on; the keys show when it was loaded.
         wait_for(lambda: self._try_to_load(), "the preset to be loaded")
         before = len(self.recorder.messages())
@@ -75,8 +69,7 @@ class PresetsTest(StageTest):
         return pathlib.Path(self.sandbox.environment["HOME"]) / "Documents" / "TAVRO Presets"
 
     def _settings(self):
-        file = pathlib.Path(self.sandbox.environment["XDG_CONFIG_HOME"]) / "tavro" / "tavro.ini"
-        return file.read_text(encoding="utf-8") if file.exists() else ""
+        return self.sandbox.settings_file().read_text(encoding="utf-8")
 
     def _click(self, place):
         self.display.click(self.application.window, *place)

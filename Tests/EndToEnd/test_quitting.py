@@ -21,6 +21,32 @@ class QuittingTest(StageTest):
         self.application.program.process.send_signal(signal.SIGTERM)
         self._assert_silenced()
 
+    def test_an_interrupt_from_the_terminal_silences_held_notes(self):
+        self._hold_two_keys()
+        self.application.program.process.send_signal(signal.SIGINT)
+        self._assert_silenced()
+
+    def test_the_end_of_the_terminal_silences_held_notes(self):
+        self._hold_two_keys()
+        self.application.program.process.send_signal(signal.SIGHUP)
+        self._assert_silenced()
+
+    def test_signals_in_a_row_silence_once(self):
+        self._hold_two_keys()
+        for end in (signal.SIGINT, signal.SIGTERM, signal.SIGINT):
+            self.application.program.process.send_signal(end)
+        self._assert_silenced()
+
+    def test_quitting_from_the_menu_silences_held_notes(self):
+        self._hold_two_keys()
+        self.display.tap("ctrl+q")
+        self._assert_silenced()
+
+    def test_closing_the_window_from_the_menu_silences_held_notes(self):
+        self._hold_two_keys()
+        self.display.tap("ctrl+w")
+        self._assert_silenced()
+
     def _hold_two_keys(self):
         self.play()
         self.display.press("a", "s")

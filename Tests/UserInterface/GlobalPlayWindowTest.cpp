@@ -8,6 +8,11 @@ using testing::IsEmpty;
 
 class GlobalPlayWindowTest : public MainWindowTest {
 protected:
+    void SetUp() override {
+        MainWindowTest::SetUp();
+        toggleSettings();
+    }
+
     QQuickItem* text(const char* shown) const {
         return find(QStringLiteral("QQuickText"), "text", QString::fromUtf8(shown));
     }

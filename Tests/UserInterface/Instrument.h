@@ -2,19 +2,23 @@
 
 #include "ApplicationShell/GlobalPlay.h"
 #include "ApplicationShell/LaunchAtLogin.h"
+#include "ApplicationShell/MainMenu.h"
 #include "ApplicationShell/PerformanceController.h"
 #include "ApplicationShell/PresetLibrary.h"
 #include "Concurrency/VirtualMainActor.h"
 #include "MidiOutput/MidiOutputManager.h"
+#include "Platform/Headless/ApplicationVisibilityAdapter.h"
 #include "Platform/Headless/BootClockAdapter.h"
 #include "Platform/Headless/KeyboardTapAdapter.h"
 #include "Platform/Headless/LoginItemServiceAdapter.h"
 #include "Platform/Headless/MidiSystemAdapter.h"
 #include "Platform/Headless/SystemBeepAdapter.h"
 #include "Platform/Headless/UserDefaultsAdapter.h"
+#include "UserInterface/FocusedTextField.h"
 #include "UserInterface/MainWindowLoader.h"
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace tavro {
@@ -44,7 +48,12 @@ public:
                 .globalPlay = globalPlay,
                 .presets = presets,
                 .launchAtLogin = launchAtLogin,
-                .translator = translator};
+                .translator = translator,
+                .defaults = defaults,
+                .mainActor = actor,
+                .keyboardAccess = KeyboardAccess::displayOrInputDevices,
+                .menu = menu,
+                .menuIsInWindow = true};
     }
 
     VirtualMainActor actor;
@@ -63,6 +72,16 @@ public:
     headless::LoginItemServiceAdapter loginItemService;
     LoginItemController loginItem{loginItemService, defaults, preferences};
     LaunchAtLogin launchAtLogin{loginItem};
+    headless::ApplicationVisibilityAdapter visibility;
+    FocusedTextField textEditing;
+    /// What the menu did to the program and its windows.
+    std::vector<std::string> menuCalls;
+    MainMenu menu{visibility,
+                  textEditing,
+                  {.checkForUpdates = {},
+                   .quit = [this] { menuCalls.emplace_back("quit"); },
+                   .closeWindow = [this] { menuCalls.emplace_back("close"); },
+                   .minimizeWindow = [this] { menuCalls.emplace_back("minimize"); }}};
 
 private:
     static PerformanceState even(PerformanceState state) {

@@ -148,6 +148,31 @@ TEST_F(KeyboardGridModelTest, TheMousePlays) {
     EXPECT_THAT(instrument_.takeMessages(), IsEmpty());
 }
 
+TEST_F(KeyboardGridModelTest, AChordKeyTellsItsLowestNoteItsChordAndAllItsNotes) {
+    change([](PerformanceState& state) {
+        state.scaleName = "Major";
+        state.chordMode = ChordMode::seventh;
+        state.voicingComplexity = 70;
+    });
+    const auto row = rowOf(QStringLiteral("a"));
+    EXPECT_EQ(text(row, KeyboardGridModel::noteRole), "C4");
+    EXPECT_EQ(text(row, KeyboardGridModel::chordRole), "Cmaj7");
+    EXPECT_THAT(text(row, KeyboardGridModel::descriptionRole), testing::StartsWith("Cmaj7: C4 "));
+    change([](PerformanceState& state) { state.chordMode = ChordMode::off; });
+    EXPECT_EQ(text(row, KeyboardGridModel::chordRole), "");
+    EXPECT_EQ(text(row, KeyboardGridModel::descriptionRole), "C4");
+}
+
+TEST_F(KeyboardGridModelTest, SlidingPlaysKeyByKey) {
+    grid_.touch(3, QStringLiteral("a"));
+    grid_.touch(3, QString());
+    grid_.touch(3, QStringLiteral("s"));
+    grid_.endTouch(3);
+    EXPECT_THAT(instrument_.takeMessages(),
+                ElementsAre(ElementsAre(0x90, 60, 100), ElementsAre(0x80, 60, 0), ElementsAre(0x90, 61, 100),
+                            ElementsAre(0x80, 61, 0)));
+}
+
 TEST_F(KeyboardGridModelTest, TheChordReadOut) {
     int changes = 0;
     QObject::connect(&grid_, &KeyboardGridModel::chordTextChanged, &grid_, [&changes] { ++changes; });

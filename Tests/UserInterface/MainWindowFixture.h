@@ -35,6 +35,9 @@ protected:
     void SetUp() override {
         warnings().clear();
         previousHandler_ = qInstallMessageHandler(noteWarning);
+        if (hasEndedTheTour_) {
+            instrument_.defaults.setValue(PreferenceKey::tutorialCompleted.name, true);
+        }
         ASSERT_TRUE(loader_.load());
         window_ = loader_.window();
         window_->resize(1280, 805);
@@ -74,6 +77,17 @@ protected:
         return nullptr;
     }
 
+    void toggleAdvanced() { clickTitle(*items(QStringLiteral("DisclosurePanel")).at(0)); }
+
+    void toggleSettings() { clickTitle(*items(QStringLiteral("SettingsPanel")).at(0)); }
+
+    void clickTitle(const QQuickItem& panel) {
+        timestamp_ += 10000;
+        mouse(QEvent::MouseButtonPress, panel.mapToScene(QPointF(60, 20)));
+        mouse(QEvent::MouseButtonRelease, panel.mapToScene(QPointF(60, 20)));
+        QCoreApplication::processEvents();
+    }
+
     QQuickItem* cell(const QString& label) const { return find(QStringLiteral("KeyCell"), "label", label); }
 
     void mouse(QEvent::Type type, QPointF position, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
@@ -107,6 +121,8 @@ protected:
 
     const PerformanceState& state() const { return instrument_.controller.state(); }
 
+    /// For the constructor of a test of the first start.
+    bool hasEndedTheTour_ = true;
     QtMessageHandler previousHandler_ = nullptr;
     Instrument instrument_;
     const headless::KeyEventTranslatorAdapter translator_;

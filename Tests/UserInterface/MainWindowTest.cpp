@@ -40,10 +40,43 @@ TEST_F(MainWindowTest, TheMousePlaysAKeyUntilItsButtonIsReleasedAnywhere) {
     const auto position = centre(*cell(QStringLiteral("D")));
     mouse(QEvent::MouseButtonPress, position);
     EXPECT_THAT(instrument_.takeMessages(), ElementsAre(ElementsAre(0x90, 62, 100)));
-    mouse(QEvent::MouseMove, position + QPointF(200, 0));
+    mouse(QEvent::MouseMove, position + QPointF(0, -300));
     EXPECT_THAT(instrument_.takeMessages(), IsEmpty());
-    mouse(QEvent::MouseButtonRelease, position + QPointF(200, 0));
+    mouse(QEvent::MouseButtonRelease, position + QPointF(0, -300));
     EXPECT_THAT(instrument_.takeMessages(), ElementsAre(ElementsAre(0x80, 62, 0)));
+}
+
+TEST_F(MainWindowTest, SlidingTheMousePlaysKeyByKey) {
+    const auto first = centre(*cell(QStringLiteral("D")));
+    const auto second = centre(*cell(QStringLiteral("F")));
+    mouse(QEvent::MouseButtonPress, first);
+    mouse(QEvent::MouseMove, (first + second) / 2);
+    EXPECT_THAT(instrument_.takeMessages(), ElementsAre(ElementsAre(0x90, 62, 100)));
+    mouse(QEvent::MouseMove, second);
+    EXPECT_THAT(instrument_.takeMessages(),
+                ElementsAre(ElementsAre(0x80, 62, 0), ElementsAre(0x90, 63, 100)));
+    EXPECT_FALSE(cell(QStringLiteral("D"))->property("isPressed").toBool());
+    EXPECT_TRUE(cell(QStringLiteral("F"))->property("isPressed").toBool());
+    mouse(QEvent::MouseButtonRelease, second);
+    EXPECT_THAT(instrument_.takeMessages(), ElementsAre(ElementsAre(0x80, 63, 0)));
+}
+
+TEST_F(MainWindowTest, ThePanelsOpenAndCloseAndTellTheirSettingsWhileClosed) {
+    const auto quiet = QStringLiteral("Complexity 0 · Note limit 8 · Strum 0 ms · Split off");
+    const auto& advanced = *items(QStringLiteral("DisclosurePanel")).at(0);
+    EXPECT_TRUE(find(QStringLiteral("QQuickText"), "text", quiet)->isVisible());
+    EXPECT_FALSE(items(QStringLiteral("AdvancedPerformanceTile")).at(0)->isVisible());
+    toggleAdvanced();
+    EXPECT_FALSE(find(QStringLiteral("QQuickText"), "text", quiet)->isVisible());
+    EXPECT_TRUE(items(QStringLiteral("AdvancedPerformanceTile")).at(0)->isVisible());
+    EXPECT_EQ(advanced.height(), 148);
+    toggleAdvanced();
+    EXPECT_EQ(advanced.height(), 44);
+    const auto& settings = *items(QStringLiteral("SettingsPanel")).at(0);
+    EXPECT_EQ(settings.property("summary").toString(),
+              QStringLiteral("TAVRO Out (virtual) · Channel 1 · QWERTZ (German)"));
+    toggleSettings();
+    EXPECT_EQ(settings.height(), 152);
 }
 
 TEST_F(MainWindowTest, EveryKeyStandsInsideTheWindowAndOnNoOther) {
@@ -83,6 +116,7 @@ TEST_F(MainWindowTest, ATypedNumberIsTakenWithEnterAndTheKeysPlayAgain) {
 }
 
 TEST_F(MainWindowTest, ATypedNumberOutOfRangeIsClampedWhenTheFieldIsLeft) {
+    toggleAdvanced();
     click(*find(QStringLiteral("EditableNumericValue"), "label", QStringLiteral("Strum")));
     type(QStringLiteral("-300"));
     click(*find(QStringLiteral("TogglePill"), "label", QStringLiteral("Hold")));
@@ -100,6 +134,7 @@ TEST_F(MainWindowTest, EscapeDropsTheDraft) {
 }
 
 TEST_F(MainWindowTest, WhatIsNoNumberIsDiscarded) {
+    toggleAdvanced();
     click(*find(QStringLiteral("EditableNumericValue"), "label", QStringLiteral("Note Limit")));
     type(QStringLiteral("off"));
     enter_.press(*window_);
@@ -121,6 +156,29 @@ TEST_F(MainWindowTest, AltWithADoubleClickBringsASliderBackToItsDefault) {
     mouse(QEvent::MouseButtonRelease, position, Qt::AltModifier);
     EXPECT_EQ(state().velocity, 100);
     EXPECT_EQ(slider->property("value").toInt(), 100);
+}
+
+TEST_F(MainWindowTest, TheArrowKeysMoveTheSliderUnderThePointerOnly) {
+    const KeyEvents right{.evdevCode = KEY_RIGHT, .key = Qt::Key_Right};
+    const KeyEvents down{.evdevCode = KEY_DOWN, .key = Qt::Key_Down};
+    const auto* slider = find(QStringLiteral("CleanValueSlider"), "label", QStringLiteral("Velocity"));
+    right.press(*window_);
+    EXPECT_EQ(state().velocity, 100);
+    mouse(QEvent::MouseMove, centre(*slider));
+    right.press(*window_);
+    right.release(*window_);
+    EXPECT_EQ(state().velocity, 101);
+    down.press(*window_);
+    down.release(*window_);
+    down.press(*window_);
+    down.release(*window_);
+    EXPECT_EQ(state().velocity, 99);
+    // Keys play meanwhile.
+    a_.press(*window_);
+    EXPECT_THAT(instrument_.takeMessages(), testing::SizeIs(1));
+    mouse(QEvent::MouseMove, centre(*cell(QStringLiteral("A"))));
+    right.press(*window_);
+    EXPECT_EQ(state().velocity, 99);
 }
 
 TEST_F(MainWindowTest, KeysInAnOpenListChooseThereAndPlayNothing) {

@@ -116,7 +116,10 @@ TEST_F(PresetWindowTest, WhatIsNoFileOfThisComputerIsRefused) {
 }
 
 TEST_F(PresetWindowTest, TheSwitchForTheLoginItemShowsWhatTheSystemHas) {
+    toggleSettings();
     const auto& toggle = *find(QStringLiteral("TogglePill"), "label", QStringLiteral("Launch at Login"));
+    const auto* tile = find(QStringLiteral("ControlTile"), "title", QStringLiteral("Launch at Login"));
+    EXPECT_TRUE(tile->property("help").toString().endsWith(QStringLiteral("Login Items.")));
     EXPECT_FALSE(toggle.property("isOn").toBool());
     click(toggle);
     EXPECT_TRUE(toggle.property("isOn").toBool());

@@ -30,6 +30,11 @@ public:
         return change(Call::unregisterItem, Status::notRegistered);
     }
 
+    /// What `note` answers.
+    std::string answersNote;
+
+    [[nodiscard]] std::string note() const override { return answersNote; }
+
 private:
     std::optional<std::string> change(Call call, Status result) {
         calls.push_back(call);

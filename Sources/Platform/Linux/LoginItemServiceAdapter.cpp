@@ -75,4 +75,8 @@ std::optional<std::string> LoginItemServiceAdapter::unregisterItem() {
     return error ? std::optional(entry_.string() + ": " + error.message()) : std::nullopt;
 }
 
+std::string LoginItemServiceAdapter::note() const {
+    return "On this system it is an entry in your desktop's autostart folder.";
+}
+
 } // namespace tavro::linuxos

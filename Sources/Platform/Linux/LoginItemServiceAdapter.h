@@ -23,6 +23,7 @@ public:
     [[nodiscard]] Status status() const override;
     [[nodiscard]] std::optional<std::string> registerItem() override;
     [[nodiscard]] std::optional<std::string> unregisterItem() override;
+    [[nodiscard]] std::string note() const override;
 
 private:
     std::filesystem::path entry_;

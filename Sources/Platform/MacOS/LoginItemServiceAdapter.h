@@ -11,6 +11,8 @@ public:
     [[nodiscard]] Status status() const override;
     [[nodiscard]] std::optional<std::string> registerItem() override;
     [[nodiscard]] std::optional<std::string> unregisterItem() override;
+
+    [[nodiscard]] std::string note() const override { return {}; }
 };
 
 } // namespace tavro::macos

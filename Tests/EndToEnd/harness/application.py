@@ -1,6 +1,7 @@
 import json
 
 from .sandbox import built_program
+from .surface import Surface
 from .waiting import wait_for
 
 TITLE = "TAVRO"
@@ -18,6 +19,7 @@ class Application:
         self.program = sandbox.start("tavro", arguments)
         self.window = display.wait_for_window(TITLE)
         display.activate(self.window)
+        self.surface = Surface(display, self.window)
 
     def status_texts(self):
         return [line.removeprefix(STATUS) for line in self.program.lines if line.startswith(STATUS)]

@@ -3,12 +3,13 @@ import os
 from .sandbox import tool
 from .waiting import wait_for
 
-# Only what the tests use: the bindings of a user or of a distribution could swallow a key.
+# Only what the tests use: the bindings of a user or of a distribution could swallow a key or a click.
 WINDOW_MANAGER_SETTINGS = """<?xml version="1.0" encoding="UTF-8"?>
 <openbox_config xmlns="http://openbox.org/3.4/rc">
   <focus><focusNew>yes</focusNew><followMouse>no</followMouse></focus>
   <desktops><number>1</number></desktops>
   <keyboard><keybind key="A-F4"><action name="Close"/></keybind></keyboard>
+  <mouse><context name="Client"><mousebind button="Left" action="Press"><action name="Focus"/></mousebind></context></mouse>
 </openbox_config>
 """
 
@@ -16,10 +17,10 @@ WINDOW_MANAGER_SETTINGS = """<?xml version="1.0" encoding="UTF-8"?>
 class Display:
     """An X server of its own with a window manager, a keyboard with the us layout, and its windows."""
 
-    def __init__(self, sandbox):
+    def __init__(self, sandbox, size=(1400, 1000)):
         self._sandbox = sandbox
         reading, writing = os.pipe()
-        screen = ["-screen", "0", "1400x1000x24", "-nolisten", "tcp", "-noreset"]
+        screen = ["-screen", "0", f"{size[0]}x{size[1]}x24", "-nolisten", "tcp", "-noreset"]
         sandbox.start("Xvfb", [tool("Xvfb"), "-displayfd", writing, *screen], pass_fds=(writing,))
         os.close(writing)
         with os.fdopen(reading) as answer:
@@ -29,9 +30,13 @@ class Display:
         sandbox.environment |= {"DISPLAY": f":{number}", "QT_QUICK_BACKEND": "software"}
         settings = sandbox.folder / "openbox.xml"
         settings.write_text(WINDOW_MANAGER_SETTINGS)
-        sandbox.start("openbox", [tool("openbox"), "--sm-disable", "--config-file", settings])
+        self._manager = sandbox.start("openbox", [tool("openbox"), "--sm-disable", "--config-file", settings])
         check = [tool("xprop"), "-root", "_NET_SUPPORTING_WM_CHECK"]
         wait_for(lambda: "window id" in sandbox.run(*check).stdout, "the window manager")
+
+    def end_window_manager(self):
+        """From here on windows have the size that is asked for, and the keys go to none."""
+        self._manager.end()
 
     def _xdotool(self, *arguments):
         return self._sandbox.run(tool("xdotool"), *arguments)
@@ -69,14 +74,32 @@ class Display:
     def activate(self, window):
         """Brings a window to the front and waits until the keys go to it."""
         self._do("windowactivate", window)
+        self.wait_for_focus(window)
+
+    def wait_for_focus(self, window):
+        """Waits until the keys go to a window."""
         wait_for(lambda: self._xdotool("getwindowfocus").stdout.strip() == window, "the keyboard focus")
+
+    def size(self, window):
+        """A window's width and height."""
+        shown = self._do("getwindowgeometry", "--shell", window)
+        values = dict(line.split("=") for line in shown.split())
+        return tuple(int(values[name]) for name in ("WIDTH", "HEIGHT"))
+
+    def resize(self, window, width, height):
+        """Asks for a size and waits for it."""
+        self._do("windowsize", window, width, height)
+        wait_for(lambda: self.size(window) == (width, height), f"a window of {width} x {height}")
+
+    def move_pointer(self, window, x, y):
+        """To a place in a window."""
+        self._do("mousemove", "--window", window, x, y)
 
     def click(self, window, x, y):
         """Clicks in a window; numbers below zero count from its right and its bottom edge."""
-        geometry = self._do("getwindowgeometry", "--shell", window)
-        size = dict(line.split("=") for line in geometry.split())
-        x, y = x % int(size["WIDTH"]), y % int(size["HEIGHT"])
-        self._do("mousemove", "--window", window, x, y, "click", 1)
+        width, height = self.size(window)
+        self.move_pointer(window, x % width, y % height)
+        self._do("click", 1)
 
 
 class KeyWatch:

@@ -9,11 +9,6 @@ from .x_client import Typist
 ON, READY, OFF = "Global Play on", "Global Play ready", "Global Play off"
 
 
-# In the window: the switch, and the button that records a hotkey.
-SWITCH = (150, -55)
-RECORD_BUTTON = (-58, -55)
-
-
 class GlobalPlayTest(StageTest):
     """A terminal, in front of the program for most of the time."""
 

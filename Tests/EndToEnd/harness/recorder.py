@@ -35,6 +35,11 @@ class Recorder:
     def messages(self, port=SOURCE):
         return [event["bytes"] for event in self.events(port)]
 
+    def wait_for_events(self, count, port=SOURCE):
+        """All events so far, once there are so many."""
+        self.wait_for_messages(count, port)
+        return self.events(port)
+
     def wait_for_messages(self, count, port=SOURCE):
         """All messages so far, once there are so many."""
         wait_for(

@@ -8,20 +8,26 @@ from .program import Program
 
 PACKAGES = {
     "Xvfb": "xvfb",
+    "dpkg-deb": "dpkg",
     "fluidsynth": "fluidsynth",
+    "gpg": "gnupg",
+    "gpgconf": "gnupg",
     "jack_connect": "jackd2",
     "jack_lsp": "jackd2",
     "jack_property": "jackd2",
     "jackd": "jackd2",
     "openbox": "openbox",
+    "openssl": "openssl",
     "xdotool": "xdotool",
     "setsid": "util-linux",
+    "unshare": "util-linux",
     "setxkbmap": "x11-xkb-utils",
     "xev": "x11-utils",
     "xmodmap": "x11-xserver-utils",
     "xprop": "x11-utils",
     "xset": "x11-xserver-utils",
     "xterm": "xterm",
+    "xwininfo": "x11-utils",
 }
 
 # What a sanitizer or a coverage build needs to know; nothing else of the caller's environment is handed on.
@@ -63,6 +69,20 @@ class Sandbox:
             "XDG_RUNTIME_DIR": self._make_folder("runtime"),
             "TMPDIR": self._make_folder("tmp"),
         }
+        self._end_the_tour()
+
+    def settings_file(self):
+        """Where the program keeps its settings; there is none before it has stored one."""
+        return pathlib.Path(self.environment["XDG_CONFIG_HOME"]) / "tavro" / "tavro.ini"
+
+    def begin_as_new_user(self):
+        """Forgets the settings, so that the program greets whoever starts it."""
+        self.settings_file().unlink()
+
+    def _end_the_tour(self):
+        # The quick tour, which a new user is shown, would have the keys.
+        self.settings_file().parent.mkdir()
+        self.settings_file().write_text("[Settings]\nTAVRO.TutorialCompleted.v1=true\n", encoding="utf-8")
 
     def _make_folder(self, name):
         folder = self.folder / name

@@ -13,10 +13,12 @@ DEFAULT_VELOCITIES = range(93, 108)
 class StageTest(EndToEndTest):
     """The program in front on a display, with a server and somebody who listens."""
 
+    SCREEN = (1400, 1000)
+
     def setUp(self):
         super().setUp()
         self.server = JackServer(self.sandbox, LONG_PERIOD)
-        self.display = Display(self.sandbox)
+        self.display = Display(self.sandbox, self.SCREEN)
         self.recorder = Recorder(self.sandbox)
 
     def play(self, state=None, files=()):

@@ -1,0 +1,26 @@
+#include "KeyboardInput/FocusedItem.h"
+
+#include <QQuickItem>
+#include <QQuickWindow>
+
+namespace tavro {
+
+namespace {
+
+bool isInOverlay(const QQuickItem* item) {
+    while (item != nullptr && !item->inherits("QQuickOverlay")) {
+        item = item->parentItem();
+    }
+    return item != nullptr;
+}
+
+} // namespace
+
+FocusedItem FocusedItem::of(const QQuickWindow* window) {
+    const QQuickItem* item = window != nullptr ? window->activeFocusItem() : nullptr;
+    // Editable items take an input method's text; fields that can only be read do not.
+    return {.liesInPopup = isInOverlay(item),
+            .isEditingText = item != nullptr && item->flags().testFlag(QQuickItem::ItemAcceptsInputMethod)};
+}
+
+} // namespace tavro

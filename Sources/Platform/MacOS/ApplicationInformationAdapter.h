@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Updates/ApplicationInformation.h"
+
+namespace tavro::macos {
+
+/// The information dictionary of the program's own bundle.
+class ApplicationInformationAdapter final : public ApplicationInformation {
+public:
+    [[nodiscard]] std::optional<QString> value(const QString& key) const override;
+};
+
+} // namespace tavro::macos

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Updates/BundleReader.h"
+
+namespace tavro::macos {
+
+/// Bundles with Core Foundation.
+class BundleReaderAdapter final : public BundleReader {
+public:
+    [[nodiscard]] std::optional<Bundle> read(const QString& path) const override;
+};
+
+} // namespace tavro::macos

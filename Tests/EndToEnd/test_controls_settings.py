@@ -1,0 +1,101 @@
+"""The Settings panel in the real window, and the places of everything in windows of other sizes."""
+
+import json
+import pathlib
+import unittest
+
+from harness.controls import ControlsTest
+from harness.places import ACCEPT, FILE_NAME
+from harness.recorder import Recorder
+from harness.waiting import wait_for
+
+SYNTH_INPUT = "in"
+
+
+class SettingsTest(ControlsTest):
+    def start(self, state=None, files=()):
+        super().start(state, files)
+        self.surface.toggle_settings()
+
+    def test_midi_channel(self):
+        self.start()
+        self.surface.choose("MIDI channel", 4)
+        self.assertEqual(self.play_key("a"), [[0x94, 60, 100]])
+        self.surface.choose("MIDI channel", 11)
+        self.assertEqual(self.play_key("a"), [[0x9F, 60, 100]])
+
+    def test_midi_output(self):
+        synth = Recorder(self.sandbox, sources=(), inputs=(SYNTH_INPUT,), name="Synth")
+        self.start()
+        self.assert_plays("a", 60)
+        # The recorder that listens to the program's own source has an input too.
+        self.surface.choose("MIDI output", 2)
+        self.display.tap("s")
+        self.assertEqual(synth.wait_for_messages(2, SYNTH_INPUT), [[0x90, 61, 100], [0x80, 61, 0]])
+        self.surface.choose("MIDI output", -2)
+        self.assert_plays("d", 62)
+        self.assertEqual(len(synth.messages(SYNTH_INPUT)), 2)
+
+    def test_keyboard_layout(self):
+        self.start({"keyboardLayout": "QWERTY"})
+        # The places of the keys are the same in all of them; what was chosen stands in a preset.
+        self.assertEqual(self._saved_state("Before")["keyboardLayout"], "QWERTY")
+        self.surface.toggle_settings()
+        self.surface.choose("keyboard layout", -1)
+        self.assert_plays("z", 48)
+        self.assertEqual(self._saved_state("After")["keyboardLayout"], "QWERTZ")
+
+    def _saved_state(self, name):
+        # The dialog's places are known in the window as it opens.
+        self.surface.toggle_settings()
+        window = self.application.window
+        self.surface.click("save")
+        folder = pathlib.Path(self.sandbox.environment["HOME"]) / "Documents" / "TAVRO Presets"
+        wait_for(folder.is_dir, "the folder of the presets")
+        self.display.click(window, *FILE_NAME)
+        self.display.tap("ctrl+a")
+        self.display.type(name)
+        self.display.click(window, *ACCEPT)
+        file = folder / f"{name}.tvp"
+        wait_for(file.exists, "the file of the preset")
+        return json.loads(file.read_text(encoding="utf-8"))["state"]
+
+
+class WindowSizesTest(ControlsTest):
+    def test_panels_make_room(self):
+        self.start()
+        sizes = []
+        for toggle in (
+            self.surface.toggle_advanced,
+            self.surface.toggle_settings,
+            self.surface.toggle_advanced,
+            self.surface.toggle_settings,
+        ):
+            toggle()
+            sizes.append(self.display.size(self.application.window))
+            # The keys and a switch are where they are drawn.
+            self._assert_everything_is_in_its_place()
+        self.assertEqual(sizes, [(1280, 909), (1280, 1021), (1280, 917), (1280, 805)])
+
+    def test_a_window_of_another_shape_is_not_stretched(self):
+        self.start()
+        # Nobody keeps the shape now.
+        self.display.end_window_manager()
+        for size in ((1300, 560), (760, 1000), (1000, 629), (720, 520)):
+            with self.subTest(size=size):
+                self.display.resize(self.application.window, *size)
+                self._assert_everything_is_in_its_place()
+
+    def _assert_everything_is_in_its_place(self):
+        for key, note in (("1", 84), ("=", 95), ("z", 48), ("/", 57)):
+            self.surface.click(f"key {key}")
+            self.assert_next(("on", note), ("off", note))
+        self.surface.click("hold")
+        self.surface.click("key a")
+        self.assert_next(("on", 60))
+        self.surface.click("hold")
+        self.assert_next(("off", 60))
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -141,6 +141,21 @@ TEST_F(AccessibilityTest, AReaderGetsTheChosenOneOfAFew) {
     EXPECT_TRUE(isChosen("-2"));
 }
 
+TEST_F(AccessibilityTest, AReaderMovesASlider) {
+    enter(WindowState::standard);
+    node("Slider Velocity")->valueInterface()->setCurrentValue(64);
+    EXPECT_EQ(state().velocity, 64);
+}
+
+TEST_F(AccessibilityTest, AStoredValueBeyondTheBoundsIsShownAndNotChanged) {
+    auto beyond = state();
+    beyond.velocity = 200;
+    instrument_.controller.changeState(beyond);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(node("Slider Velocity")->valueInterface()->currentValue().toInt(), 127);
+    EXPECT_EQ(state().velocity, 200);
+}
+
 TEST_F(AccessibilityTest, AReaderGetsTheNumbers) {
     enter(WindowState::standard);
     auto* slider = node("Slider Velocity")->valueInterface();

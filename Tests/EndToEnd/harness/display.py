@@ -9,7 +9,7 @@ WINDOW_MANAGER_SETTINGS = """<?xml version="1.0" encoding="UTF-8"?>
   <focus><focusNew>yes</focusNew><followMouse>no</followMouse></focus>
   <desktops><number>1</number></desktops>
   <keyboard><keybind key="A-F4"><action name="Close"/></keybind></keyboard>
-  <mouse><context name="Client"><mousebind button="Left" action="Press"><action name="Focus"/></mousebind></context></mouse>
+  <mouse/>
 </openbox_config>
 """
 

@@ -14,7 +14,9 @@ function find(item, condition) {
 
 // The visible item that shows this text.
 function textItem(item, text) {
-    return find(item, one => one.text === text && one.font !== undefined && one.visible && one.contentItem === undefined)
+    // Controls have a text and a font too.
+    const isText = one => one.font !== undefined && one.contentItem === undefined
+    return find(item, one => one.text === text && isText(one) && one.visible)
 }
 
 // The control that is named so for who cannot see it.

@@ -66,6 +66,12 @@ Item {
         Accessible.name: root.label
         Accessible.description: root.valueText
         onMoved: root.chosen(Math.round(value))
+        // Screen readers set the value itself. A stored one beyond the bounds only shows as the bound.
+        onValueChanged: {
+            const isWithin = root.value >= root.from && root.value <= root.to
+            if (!pressed && isWithin && Math.round(value) !== root.value)
+                root.chosen(Math.round(value))
+        }
 
         background: Rectangle {
             y: (slider.height - height) / 2

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Window
 import QtQuick.Templates as T
 import Tavro
 
@@ -33,7 +34,7 @@ T.AbstractButton {
 
     HelpTip {
         text: root.label
-        isWanted: root.hovered && !root.down
+        isWanted: root.hovered && !root.down && root.Window.active
         delay: 700
     }
 }

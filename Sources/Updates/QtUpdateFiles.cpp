@@ -63,6 +63,15 @@ Outcome<QString> QtUpdateFiles::makePrivateFile(const QString& folder) {
     return file.fileName();
 }
 
+void QtUpdateFiles::removeLeftovers(const QString& folder) {
+    const auto names =
+        QDir(folder).entryList({QStringLiteral(".download-??????")},
+                               QDir::Files | QDir::Hidden | QDir::NoSymLinks | QDir::CaseSensitive);
+    for (const auto& name : names) {
+        removeFile(folder + QLatin1Char('/') + name);
+    }
+}
+
 PlainOutcome QtUpdateFiles::write(const QString& path, const QByteArray& content) {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write(content) != content.size() ||

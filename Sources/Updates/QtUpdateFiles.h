@@ -11,6 +11,7 @@ public:
     [[nodiscard]] QString temporaryFolder() const override;
     [[nodiscard]] PlainOutcome makePrivateFolder(const QString& path) override;
     [[nodiscard]] Outcome<QString> makePrivateFile(const QString& folder) override;
+    void removeLeftovers(const QString& folder) override;
     [[nodiscard]] PlainOutcome write(const QString& path, const QByteArray& content) override;
     [[nodiscard]] PlainOutcome replace(const QString& path, const QString& newFile) override;
     void removeFile(const QString& path) override;

@@ -46,6 +46,8 @@ std::optional<UpdateFailure> UpdateDownload::begin(HttpsClient::ProgressHandler 
     }
     updatesFolder_ = folder.value();
     package_ = updatesFolder_ + QLatin1Char('/') + version.value() + QLatin1Char('/') + name.value();
+    // A run of the program that ended in the middle of a download could not remove its own.
+    environment_.files.removeLeftovers(updatesFolder_);
     // On the same disk as its final place, where it is only renamed.
     const auto file = environment_.files.makePrivateFile(updatesFolder_);
     if (!file.isSuccess()) {

@@ -31,6 +31,10 @@ public:
     /// An empty file for the user alone, under a name in this folder that nothing has; gives its path.
     [[nodiscard]] virtual Outcome<QString> makePrivateFile(const QString& folder) = 0;
 
+    /// Removes what earlier runs of the program have left of `makePrivateFile` in this folder. Files of other
+    /// names, links and folders stay.
+    virtual void removeLeftovers(const QString& folder) = 0;
+
     /// Writes the file whole or not at all, in place of what is there.
     [[nodiscard]] virtual PlainOutcome write(const QString& path, const QByteArray& content) = 0;
 

@@ -1,51 +1,34 @@
 import QtQuick
 import Tavro
 
-// How much of a download has arrived; while that is not known, only that it is under way.
+// How much of a download has arrived. While that is not known the whole bar is of a quiet tone, and the text
+// alone tells that something comes.
 Item {
     id: root
 
     // 0 to 1; negative while it is not known.
     property real progress: -1
     property string text
+    readonly property bool isKnown: progress >= 0
 
     implicitHeight: label.visible ? 22 : 6
-    Accessible.role: Accessible.ProgressBar
+    // Not the role of a progress bar: the toolkit gives that no value, so that a reader would tell of one without.
+    Accessible.role: Accessible.StaticText
     Accessible.name: text !== "" ? text : qsTr("Download")
 
     Rectangle {
-        id: track
-
         width: parent.width
         height: 6
         radius: 3
-        color: Theme.inset
-        clip: true
+        color: root.isKnown ? Theme.inset : Theme.litFill
 
         Rectangle {
+            objectName: "filled"
             height: parent.height
             radius: parent.radius
             color: Theme.accent
-            visible: root.progress >= 0
+            visible: root.isKnown
             width: parent.width * Math.max(0, Math.min(1, root.progress))
-        }
-
-        Rectangle {
-            id: runner
-
-            height: parent.height
-            radius: parent.radius
-            color: Theme.accent
-            visible: root.progress < 0
-            width: parent.width / 4
-
-            NumberAnimation on x {
-                from: -runner.width
-                to: track.width
-                duration: 1400
-                loops: Animation.Infinite
-                running: runner.visible && root.visible
-            }
         }
     }
 

@@ -4,11 +4,14 @@ authority the program finds where the system keeps those that it trusts, in a mo
 import os
 import pathlib
 import shutil
+import signal
 import stat
 import unittest
 
 from harness.application import Application
 from harness.display import Display
+from harness.jack_server import LONG_PERIOD, JackServer
+from harness.recorder import Recorder
 from harness.sandbox import built_program, tool
 from harness.signed_package import SignedPackages
 from harness.testcase import EndToEndTest
@@ -130,6 +133,52 @@ class UpdatesTest(EndToEndTest):
         self.assertEqual(self._everything_downloaded(), [])
         self.assertFalse(self.record.exists())
 
+    def test_a_download_that_stalls_leaves_the_keys_to_play(self):
+        JackServer(self.sandbox, LONG_PERIOD)
+        recorder = Recorder(self.sandbox)
+        self._offer()
+        self.feed.stall("/tavro.deb", 100)
+        self._start()
+        recorder.wait_for_connection()
+        self._download_until_it_stalls()
+        self.display.activate(self.application.window)
+        self.display.press("a")
+        recorder.wait_for_messages(1)
+        self.display.release("a")
+        messages = recorder.wait_for_messages(2)
+        self.assertEqual([message[:2] for message in messages], [[0x90, 60], [0x80, 60]])
+        self.assertEqual([file.stat().st_size for file in self._everything_downloaded()], [100])
+        self.display.tap("ctrl+q")
+        self.assertEqual(self.application.program.wait_for_end(), 0)
+        self.assertEqual(self._everything_downloaded(), [])
+        self.assertFalse(self.record.exists())
+
+    def test_the_next_download_removes_what_a_killed_program_has_left(self):
+        package = self._offer()
+        self.feed.stall("/tavro.deb", 100)
+        self._start()
+        self._download_until_it_stalls()
+        left = self._everything_downloaded()
+        os.kill(self.application.program.pid, signal.SIGKILL)
+        self.application.program.wait_for_end()
+        self.assertEqual(self._everything_downloaded(), left)
+        self.feed.answer("/tavro.deb", 200, package)
+        self._start()
+        self._wait_for_offer()
+        self.display.tap("Return")
+        self.assertEqual(self.application.program.wait_for_end(), 0)
+        self.assertEqual(self._everything_downloaded(), [self._downloads() / "1.4.0" / "tavro.deb"])
+        wait_for(self.record.exists, "the package to be opened")
+
+    def _download_until_it_stalls(self):
+        self._wait_for_offer()
+        self.display.tap("Return")
+        wait_for(
+            lambda: [file.stat().st_size for file in self._everything_downloaded()] == [100],
+            "the part that comes",
+        )
+        self.assertRegex(self._everything_downloaded()[0].name, r"^\.download-")
+
     def test_an_authority_that_the_system_does_not_know_is_not_trusted(self):
         self._offer()
         nobody = self.sandbox.folder / "nobody"
@@ -141,7 +190,7 @@ class UpdatesTest(EndToEndTest):
         self.assertEqual(self.display.windows(UPDATE_WINDOW), [])
 
     def test_the_user_is_told_of_a_failure_only_when_he_has_asked(self):
-        self.feed.answers["/latest.json"] = (503, b"later")
+        self.feed.answer("/latest.json", 503, b"later")
         self._start()
         wait_for(lambda: self._asked_for("/latest.json"), "the automatic check")
         self._check_manually()

@@ -203,6 +203,26 @@ TEST_F(QtHttpsClientTest, failsWhereNobodyAnswers) {
     EXPECT_THAT(failureOf(fetch(url)), HasSubstr("refused"));
 }
 
+TEST_F(QtHttpsClientTest, failsWithoutSuchAHost) {
+    // Longer than a name may be, so that nobody is asked for it.
+    const auto label = QString(60, QLatin1Char('a')) + QLatin1Char('.');
+    const QUrl url(QStringLiteral("https://") + label.repeated(5) + QStringLiteral("example/"));
+    ASSERT_TRUE(url.isValid());
+    EXPECT_THAT(failureOf(fetch(url)), HasSubstr("not found"));
+}
+
+TEST_F(QtHttpsClientTest, waitsAMinuteUnlessItIsToldOtherwise) {
+    EXPECT_EQ(QtHttpsClient::Settings().patience, 60s);
+}
+
+TEST_F(QtHttpsClientTest, readsNoMoreThanWasAnnounced) {
+    const auto fetched = fetch("overlong/1000/2000");
+    ASSERT_TRUE(fetched.isSuccess()) << fetched.failure();
+    EXPECT_EQ(fetched.value().body, body(1000));
+    ASSERT_EQ(statusOf(download("overlong/1000/2000")), 200);
+    EXPECT_EQ(TemporaryFolder::contentOf(file), body(1000));
+}
+
 TEST_F(QtHttpsClientTest, asksNothingButHttps) {
     QTcpServer plain;
     ASSERT_TRUE(plain.listen(QHostAddress::LocalHost));

@@ -13,6 +13,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 class QtUpdateFilesTest : public testing::Test {
 protected:
@@ -72,6 +73,27 @@ TEST_F(QtUpdateFilesTest, makesFilesForTheUserAlone) {
     EXPECT_EQ(QFileInfo(first.value()).size(), 0);
     EXPECT_FALSE(QFileInfo(first.value()).permissions() & others);
     EXPECT_FALSE(files.makePrivateFile(folder.path(QStringLiteral("missing"))).isSuccess());
+}
+
+TEST_F(QtUpdateFilesTest, removesNothingButItsOwnLeftovers) {
+    ASSERT_TRUE(files.makePrivateFile(folder.path()).isSuccess());
+    ASSERT_TRUE(files.makePrivateFile(folder.path()).isSuccess());
+    const auto package = folder.file(QStringLiteral("package"), "package");
+    for (const auto* name :
+         {".download", ".download-", ".download-abcde", ".download-abcdefg", "download-abcdef",
+          ".download-abcdef.asc", "x.download-abcdef", ".DOWNLOAD-abcdef"}) {
+        folder.file(QString::fromLatin1(name), "of somebody else");
+    }
+    ASSERT_TRUE(QDir().mkdir(folder.path(QStringLiteral(".download-FOLDER"))));
+    ASSERT_TRUE(QFile::link(package, folder.path(QStringLiteral(".download-LINKED"))));
+    ASSERT_TRUE(QDir().mkdir(folder.path(QStringLiteral("1.4.0"))));
+    folder.file(QStringLiteral("1.4.0/.download-abcdef"), "of somebody else");
+    const auto all = files.names(folder.path());
+    files.removeLeftovers(folder.path());
+    EXPECT_EQ(files.names(folder.path()).size(), all.size() - 2) << "the two that were made";
+    EXPECT_EQ(TemporaryFolder::contentOf(package), QByteArray("package"));
+    EXPECT_THAT(files.names(folder.path(QStringLiteral("1.4.0"))), SizeIs(1));
+    files.removeLeftovers(folder.path(QStringLiteral("missing")));
 }
 
 TEST_F(QtUpdateFilesTest, replacesWhateverIsThere) {

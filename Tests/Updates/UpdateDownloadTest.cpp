@@ -6,6 +6,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Key;
+using testing::Pair;
 using testing::SizeIs;
 
 class UpdateDownloadTest : public UpdatesFixture {
@@ -117,7 +118,7 @@ TEST_F(UpdateDownloadTest, tellsThatTheSystemDeclined) {
 }
 
 TEST_F(UpdateDownloadTest, takesNoAnswerButTwoHundred) {
-    for (const auto status : {204, 206, 304, 404, 500}) {
+    for (const auto status : {204, 206, 302, 304, 404, 500}) {
         outcome.reset();
         https.requests.clear();
         begin(available());
@@ -143,6 +144,20 @@ TEST_F(UpdateDownloadTest, leavesNothingBehindWhenTheConnectionFails) {
     https.answers.answer(UpdateFailure::ofSystem(QStringLiteral("No space left on device")));
     EXPECT_EQ(failure(), QStringLiteral("No space left on device"));
     EXPECT_THAT(files.files, IsEmpty());
+}
+
+TEST_F(UpdateDownloadTest, removesWhatAnEarlierRunHasLeft) {
+    const auto left = QStringLiteral("/support/TAVRO/Updates/.download-killed");
+    files.files[left] = "half";
+    files.files[package] = "whole";
+    auto wrong = available();
+    wrong.package.fileName = "../x.dmg";
+    begin(wrong);
+    EXPECT_THAT(files.files, ElementsAre(Pair(left, QByteArray("half")), Pair(package, QByteArray("whole"))));
+    EXPECT_EQ(failure(), QStringLiteral("The update filename is invalid."));
+    outcome.reset();
+    begin(available());
+    EXPECT_THAT(files.files, ElementsAre(Key(https.requests.at(0).file), Pair(package, QByteArray("whole"))));
 }
 
 TEST_F(UpdateDownloadTest, writesNothingBeforeEveryNameIsRight) {

@@ -121,8 +121,11 @@ TEST_F(UpdateQuickWindowTest, installsWithTheButton) {
     EXPECT_THAT(https.requests, SizeIs(1));
 
     EXPECT_LT(item(shown, "progress")->property("progress").toDouble(), 0);
+    EXPECT_FALSE(item(shown, "filled")->isVisible());
     https.requests[0].progress({.received = 512, .expected = 2048});
     EXPECT_EQ(item(shown, "progress")->property("progress").toDouble(), 0.25);
+    EXPECT_TRUE(item(shown, "filled")->isVisible());
+    EXPECT_EQ(item(shown, "filled")->width(), item(shown, "progress")->width() / 4);
 
     https.answers.answer(served(QByteArray()));
     files.digests.answer(QStringLiteral("00"));

@@ -47,9 +47,14 @@ public:
     }
 
     [[nodiscard]] Outcome<QString> makePrivateFile(const QString& folder) override {
-        const auto path = folder + QLatin1String("/.download");
+        const auto path = folder + QLatin1String("/.download-new");
         files[path] = {};
         return path;
+    }
+
+    void removeLeftovers(const QString& folder) override {
+        const auto beginning = folder + QLatin1String("/.download-");
+        std::erase_if(files, [&](const auto& file) { return file.first.startsWith(beginning); });
     }
 
     [[nodiscard]] PlainOutcome write(const QString& path, const QByteArray& content) override {

@@ -18,7 +18,8 @@ class UpdateFeed:
     def __init__(self, folder):
         self._folder = folder
         folder.mkdir()
-        # What is served, by path: a status and a body. Nothing: the answer never comes.
+        # What is served, by path: a status, a body and how long that is said to be. Nothing: the answer never
+        # comes.
         self.answers = {}
         # The paths that were asked for, in order.
         self.requests = []
@@ -48,8 +49,8 @@ class UpdateFeed:
 
     def offer(self, package, signature, version="1.4.0"):
         """Serves an update to this version."""
-        self.answers["/tavro.deb"] = (200, package)
-        self.answers["/tavro.deb.asc"] = (200, signature)
+        self.answer("/tavro.deb", 200, package)
+        self.answer("/tavro.deb.asc", 200, signature)
         entry = {
             "url": f"{self.address}/tavro.deb",
             "sha256": hashlib.sha256(package).hexdigest(),
@@ -66,7 +67,15 @@ class UpdateFeed:
             ],
             "platforms": {"windows": entry, "macos": entry, "linux": entry},
         }
-        self.answers["/latest.json"] = (200, json.dumps(manifest).encode())
+        self.answer("/latest.json", 200, json.dumps(manifest).encode())
+
+    def answer(self, path, status, body):
+        self.answers[path] = (status, body, len(body))
+
+    def stall(self, path, length):
+        """So many bytes of what is served come, and then nothing."""
+        status, body, announced = self.answers[path]
+        self.answers[path] = (status, body[:length], announced)
 
     def _handler(self):
         feed = self
@@ -74,16 +83,19 @@ class UpdateFeed:
         class Handler(http.server.BaseHTTPRequestHandler):
             def do_GET(self):
                 feed.requests.append(self.path)
-                answer = feed.answers.get(self.path, (404, b"not here"))
+                answer = feed.answers.get(self.path, (404, b"", 0))
                 if answer is None:
                     feed._ended.wait()
                     return
-                status, body = answer
+                status, body, announced = answer
                 self.send_response(status)
-                self.send_header("Content-Length", str(len(body)))
+                self.send_header("Content-Length", str(announced))
                 self.end_headers()
                 with contextlib.suppress(OSError):
                     self.wfile.write(body)
+                    self.wfile.flush()
+                if len(body) < announced:
+                    feed._ended.wait()
 
             def log_message(self, *arguments):
                 pass

@@ -90,7 +90,7 @@ T.ApplicationWindow {
             textFormat: Text.PlainText
             elide: Text.ElideRight
             maximumLineCount: 1
-            color: Qt.rgba(0.224, 0.953, 0.29, 1)
+            color: Theme.accent
             font.pixelSize: 13
             font.weight: Font.DemiBold
             Accessible.role: Accessible.StaticText
@@ -123,7 +123,7 @@ T.ApplicationWindow {
         anchors.leftMargin: Theme.margin
         anchors.rightMargin: Theme.margin
         radius: Theme.tileRadius
-        color: Qt.rgba(0.085, 0.096, 0.108, 1)
+        color: Theme.panel
         border.width: 1
         border.color: Theme.strongHairline
 

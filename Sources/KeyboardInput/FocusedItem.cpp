@@ -18,9 +18,12 @@ bool isInOverlay(const QQuickItem* item) {
 
 FocusedItem FocusedItem::of(const QQuickWindow* window) {
     const QQuickItem* item = window != nullptr ? window->activeFocusItem() : nullptr;
+    return {.liesInPopup = isInOverlay(item), .isEditingText = takesText(item)};
+}
+
+bool FocusedItem::takesText(const QQuickItem* item) {
     // Editable items take an input method's text; fields that can only be read do not.
-    return {.liesInPopup = isInOverlay(item),
-            .isEditingText = item != nullptr && item->flags().testFlag(QQuickItem::ItemAcceptsInputMethod)};
+    return item != nullptr && item->flags().testFlag(QQuickItem::ItemAcceptsInputMethod);
 }
 
 } // namespace tavro

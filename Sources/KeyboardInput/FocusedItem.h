@@ -1,5 +1,6 @@
 #pragma once
 
+class QQuickItem;
 class QQuickWindow;
 
 namespace tavro {
@@ -13,6 +14,9 @@ struct FocusedItem {
 
     /// Null is a window without one.
     [[nodiscard]] static FocusedItem of(const QQuickWindow* window);
+
+    /// Whether an item takes text; null does not.
+    [[nodiscard]] static bool takesText(const QQuickItem* item);
 };
 
 } // namespace tavro

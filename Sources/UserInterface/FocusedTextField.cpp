@@ -1,5 +1,7 @@
 #include "UserInterface/FocusedTextField.h"
 
+#include "KeyboardInput/FocusedItem.h"
+
 #include <QGuiApplication>
 #include <QMetaObject>
 #include <QQuickItem>
@@ -32,8 +34,7 @@ const char* operationOf(MenuAction action) {
 
 QQuickItem* FocusedTextField::field() {
     auto* item = qobject_cast<QQuickItem*>(QGuiApplication::focusObject());
-    // Editable items take an input method's text; fields that can only be read do not.
-    return item != nullptr && item->flags().testFlag(QQuickItem::ItemAcceptsInputMethod) ? item : nullptr;
+    return FocusedItem::takesText(item) ? item : nullptr;
 }
 
 bool FocusedTextField::canPerform(MenuAction action) const {

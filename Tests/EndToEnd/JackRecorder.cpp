@@ -1,6 +1,7 @@
 // Writes what arrives at JACK MIDI ports, one JSON object a line:
 //   {"ready":true,"rate":48000,"period":256}
 //   {"port":"TAVRO:TAVRO Out","connections":["TAVRO:TAVRO Out"]}      whenever the connections changed
+//   {"port":"TAVRO:TAVRO Out","made":1}                               whenever it has made its connection
 //   {"port":"TAVRO:TAVRO Out","t_us":123,"frame":456,"bytes":[144,60,100]}
 //   {"xruns":1}                                                       whenever the server had one
 // Usage: JackRecorder [--name CLIENT] [--connect SOURCE]... [--input PORT [--pretty TEXT]]...
@@ -39,6 +40,7 @@ struct Input {
     bool connects = false;
     std::string pretty;
     jack_port_t* port = nullptr;
+    unsigned made = 0;
     Json connections = Json::array();
 };
 
@@ -109,8 +111,9 @@ void printArrivals(Recorder& recorder) {
 void followConnections(Recorder& recorder) {
     for (auto& input : recorder.inputs) {
         if (input.connects && jack_port_connected_to(input.port, input.label.c_str()) == 0 &&
-            jack_port_by_name(recorder.client, input.label.c_str()) != nullptr) {
-            jack_connect(recorder.client, input.label.c_str(), jack_port_name(input.port));
+            jack_port_by_name(recorder.client, input.label.c_str()) != nullptr &&
+            jack_connect(recorder.client, input.label.c_str(), jack_port_name(input.port)) == 0) {
+            print({{"port", input.label}, {"made", ++input.made}});
         }
         auto connections = Json::array();
         if (const auto** names = jack_port_get_all_connections(recorder.client, input.port)) {

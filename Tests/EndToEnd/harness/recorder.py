@@ -23,6 +23,10 @@ class Recorder:
         found = [line for line in self.program.objects if "connections" in line and line["port"] == port]
         return found[-1]["connections"] if found else []
 
+    def connections_made(self, port=SOURCE):
+        found = [line["made"] for line in self.program.objects if "made" in line and line["port"] == port]
+        return max(found, default=0)
+
     def wait_for_connection(self, port=SOURCE):
         wait_for(lambda: self.connections(port), f"a connection at {port}")
 

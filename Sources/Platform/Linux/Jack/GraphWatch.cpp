@@ -24,6 +24,15 @@ GraphWatch::GraphWatch(jack_client_t& client, MainActor& mainActor, std::functio
         &client,
         [](jack_port_id_t, jack_port_id_t, int, void* self) { static_cast<GraphWatch*>(self)->announce(); },
         this);
+    // The server tells of a connection when it was asked for it, and puts it in force between two periods, on
+    // a busy machine some periods later. Who looks before that sees the old graph; this tells of the new one.
+    jack_set_graph_order_callback(
+        &client,
+        [](void* self) {
+            static_cast<GraphWatch*>(self)->announce();
+            return 0;
+        },
+        this);
     jack_set_property_change_callback(
         &client,
         [](jack_uuid_t, const char*, jack_property_change_t, void* self) {

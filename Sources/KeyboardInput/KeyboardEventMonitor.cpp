@@ -97,8 +97,7 @@ void KeyboardEventMonitor::setHotkeyModifiers(int modifiers) {
 }
 
 QString KeyboardEventMonitor::layoutKind() const {
-    const auto name = rawValue(layoutKind_);
-    return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+    return QString::fromUtf8(rawValue(layoutKind_));
 }
 
 void KeyboardEventMonitor::setLayoutKind(const QString& rawValue) {

@@ -63,11 +63,10 @@ void DebianPackageInspection::checkSignature(const Outcome<HttpsClient::Response
 }
 
 PlainOutcome DebianPackageInspection::saveSignature(const Outcome<HttpsClient::Response>& response) {
-    constexpr int isThere = 200;
     if (!response.isSuccess()) {
         return response.failure();
     }
-    if (response.value().status != isThere || response.value().isTooLong) {
+    if (response.value().status != HttpsClient::Response::ok || response.value().isTooLong) {
         return UpdateError::invalidFeed();
     }
     return environment_.files.write(signature_, response.value().body);

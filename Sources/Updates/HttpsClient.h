@@ -19,6 +19,8 @@ public:
     struct Response {
         /// Of the last answer; that of a redirect which leaves HTTPS is not followed and so the last.
         int status = 0;
+        /// That of an answer with what was asked for.
+        static constexpr int ok = 200;
         /// Only of a fetch, and only with the status 200.
         QByteArray body;
         /// Reading stopped because the body is longer than allowed, or than was announced.

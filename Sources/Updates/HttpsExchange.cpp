@@ -6,7 +6,6 @@ namespace tavro {
 
 namespace {
 
-constexpr int isThere = 200;
 /// What waits in memory before it is read, in bytes.
 constexpr qint64 readAhead = 1 << 20;
 
@@ -72,14 +71,14 @@ void HttpsExchange::read() {
     }
     patience_.start();
     const auto bytes = reply_->readAll();
-    if (statusOf(*reply_) != isThere || bytes.isEmpty()) {
+    if (statusOf(*reply_) != HttpsClient::Response::ok || bytes.isEmpty()) {
         return;
     }
     const auto announced = announcedLength(*reply_);
     received_ += bytes.size();
     if (received_ > limits_.longest || announced.value_or(0) > limits_.longest ||
         (announced && received_ > *announced)) {
-        tell(HttpsClient::Response{.status = isThere, .body = {}, .isTooLong = true});
+        tell(HttpsClient::Response{.status = HttpsClient::Response::ok, .body = {}, .isTooLong = true});
         return;
     }
     if (!keep(bytes)) {

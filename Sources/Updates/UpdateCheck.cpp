@@ -44,11 +44,10 @@ void UpdateCheck::take(const Outcome<HttpsClient::Response>& response) {
 }
 
 Outcome<UpdateCheck::Answer> UpdateCheck::answerIn(const Outcome<HttpsClient::Response>& response) const {
-    constexpr int isThere = 200;
     if (!response.isSuccess()) {
         return response.failure();
     }
-    if (response.value().status != isThere || response.value().isTooLong) {
+    if (response.value().status != HttpsClient::Response::ok || response.value().isTooLong) {
         return UpdateError::invalidFeed();
     }
     const auto manifest = manifestIn(response.value().body);

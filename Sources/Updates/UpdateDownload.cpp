@@ -79,11 +79,10 @@ void UpdateDownload::keep(const Outcome<HttpsClient::Response>& response) {
 }
 
 std::optional<UpdateFailure> UpdateDownload::save(const Outcome<HttpsClient::Response>& response) {
-    constexpr int isThere = 200;
     if (!response.isSuccess()) {
         return response.failure();
     }
-    if (response.value().status != isThere) {
+    if (response.value().status != HttpsClient::Response::ok) {
         return UpdateError::invalidFeed();
     }
     if (response.value().isTooLong) {

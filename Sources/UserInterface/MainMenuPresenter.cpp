@@ -22,8 +22,8 @@ QKeySequence sequenceOf(const MenuItem& item) {
     return {keys + QChar(item.key).toUpper()};
 }
 
-QVariantMap entry(const QString& kind, const QString& text = {}, const QKeySequence& sequence = {},
-                  MenuAction action = MenuAction::none, bool isEnabled = false) {
+QVariantMap menuEntry(const QString& kind, const QString& text = {}, const QKeySequence& sequence = {},
+                      MenuAction action = MenuAction::none, bool isEnabled = false) {
     return {{QStringLiteral("kind"), kind},
             {QStringLiteral("text"), text},
             {QStringLiteral("shortcut"), sequence.toString(QKeySequence::NativeText)},
@@ -34,11 +34,12 @@ QVariantMap entry(const QString& kind, const QString& text = {}, const QKeySeque
 QVariantList entriesOf(const MainMenu& menu) {
     QVariantList entries;
     for (const auto& part : menu.menus()) {
-        entries.append(entry(QStringLiteral("heading"), part.title));
+        entries.append(menuEntry(QStringLiteral("heading"), part.title));
         for (const auto& item : part.items) {
-            entries.append(item.isSeparator() ? entry(QStringLiteral("separator"))
-                                              : entry(QStringLiteral("item"), item.title, sequenceOf(item),
-                                                      item.action, menu.isEnabled(item.action)));
+            entries.append(item.isSeparator()
+                               ? menuEntry(QStringLiteral("separator"))
+                               : menuEntry(QStringLiteral("item"), item.title, sequenceOf(item), item.action,
+                                           menu.isEnabled(item.action)));
         }
     }
     return entries;

@@ -1,5 +1,7 @@
 #include "UserInterface/MidiOutputPresenter.h"
 
+#include "UserInterface/PickerChoices.h"
+
 #include <algorithm>
 
 namespace tavro {
@@ -7,10 +9,6 @@ namespace tavro {
 namespace {
 
 constexpr MidiObjectRef ownSource = 0;
-
-QVariantMap entry(const QString& text, MidiObjectRef id) {
-    return {{QStringLiteral("text"), text}, {QStringLiteral("value"), id}};
-}
 
 } // namespace
 
@@ -33,12 +31,12 @@ void MidiOutputPresenter::rememberNames() {
 }
 
 QVariantList MidiOutputPresenter::destinations() const {
-    QVariantList entries{entry(tr("TAVRO Out (virtual)"), ownSource)};
+    QVariantList entries{PickerChoices::entry(tr("TAVRO Out (virtual)"), ownSource)};
     for (const auto& destination : midi_.destinations()) {
-        entries.append(entry(QString::fromStdString(destination.name), destination.id));
+        entries.append(PickerChoices::entry(QString::fromStdString(destination.name), destination.id));
     }
     if (!isSelectedThere()) {
-        entries.append(entry(selectedName(), midi_.selectedDestinationID()));
+        entries.append(PickerChoices::entry(selectedName(), midi_.selectedDestinationID()));
     }
     return entries;
 }

@@ -5,16 +5,11 @@
 
 #include <algorithm>
 #include <limits>
-#include <string_view>
 #include <utility>
 
 namespace tavro {
 
 namespace {
-
-QString text(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
 
 // The state may hold any number that a file held; the scene's numbers are narrower.
 int shown(std::int64_t value) {
@@ -116,7 +111,7 @@ void PerformanceSettings::setMidiChannel(int value) {
 }
 
 QString PerformanceSettings::chordMode() const {
-    return text(rawValue(controller_.state().chordMode));
+    return QString::fromUtf8(rawValue(controller_.state().chordMode));
 }
 
 void PerformanceSettings::setChordMode(const QString& value) {
@@ -174,7 +169,7 @@ void PerformanceSettings::setMelodyOctaveOffset(int value) {
 }
 
 QString PerformanceSettings::keyboardLayout() const {
-    return text(rawValue(controller_.state().keyboardLayout));
+    return QString::fromUtf8(rawValue(controller_.state().keyboardLayout));
 }
 
 void PerformanceSettings::setKeyboardLayout(const QString& value) {

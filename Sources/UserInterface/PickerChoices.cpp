@@ -5,26 +5,16 @@
 
 #include <QString>
 
-#include <string_view>
-
 namespace tavro {
 
-namespace {
-
-QString text(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
-
-QVariantMap entry(const QString& shown, const QVariant& value) {
+QVariantMap PickerChoices::entry(const QString& shown, const QVariant& value) {
     return {{QStringLiteral("text"), shown}, {QStringLiteral("value"), value}};
 }
-
-} // namespace
 
 QVariantList PickerChoices::roots() {
     QVariantList entries;
     for (int semitone = 0; semitone < 12; ++semitone) {
-        entries.append(entry(text(ScaleEngine::pitchName(semitone, false)), semitone));
+        entries.append(entry(QString::fromUtf8(ScaleEngine::pitchName(semitone, false)), semitone));
     }
     return entries;
 }
@@ -32,7 +22,7 @@ QVariantList PickerChoices::roots() {
 QVariantList PickerChoices::scales() {
     QVariantList entries;
     for (const auto& scale : ScaleEngine::scales()) {
-        entries.append(entry(text(scale.name), text(scale.name)));
+        entries.append(entry(QString::fromUtf8(scale.name), QString::fromUtf8(scale.name)));
     }
     return entries;
 }
@@ -48,7 +38,7 @@ QVariantList PickerChoices::midiChannels() {
 QVariantList PickerChoices::keyboardLayouts() {
     QVariantList entries;
     for (const auto kind : allKeyboardLayoutKinds) {
-        entries.append(entry(text(label(kind)), text(rawValue(kind))));
+        entries.append(entry(QString::fromUtf8(label(kind)), QString::fromUtf8(rawValue(kind))));
     }
     return entries;
 }

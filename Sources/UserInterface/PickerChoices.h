@@ -20,6 +20,9 @@ class PickerChoices : public QObject {
 public:
     using QObject::QObject;
 
+    /// One entry of a picker's list.
+    [[nodiscard]] static QVariantMap entry(const QString& shown, const QVariant& value);
+
     /// The twelve pitch classes from C, by their semitone.
     [[nodiscard]] static QVariantList roots();
     /// By name, in the table's order.

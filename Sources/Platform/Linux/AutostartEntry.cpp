@@ -1,6 +1,7 @@
 #include "Platform/Linux/AutostartEntry.h"
 
 #include "PerformanceModel/Character.h"
+#include "Platform/Linux/TrimmedLine.h"
 
 #include <algorithm>
 #include <map>
@@ -9,13 +10,6 @@
 namespace tavro::linuxos {
 
 namespace {
-
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r";
-    const auto first = text.find_first_not_of(blanks);
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 /// As the value of any key: the first of the two levels of quoting.
 std::string asValue(std::string_view text) {

@@ -1,5 +1,7 @@
 #include "Platform/Linux/SettingsText.h"
 
+#include "Platform/Linux/TrimmedLine.h"
+
 #include <algorithm>
 #include <optional>
 
@@ -13,13 +15,6 @@ using Data = UserDefaults::Data;
 constexpr std::string_view heading = "[Settings]";
 constexpr std::string_view dataWord = "data ";
 constexpr std::string_view hexDigits = "0123456789abcdef";
-
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r";
-    const auto first = text.find_first_not_of(blanks);
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 bool takePrefix(std::string_view& text, std::string_view prefix) {
     const bool isThere = text.substr(0, prefix.size()) == prefix;
@@ -91,7 +86,7 @@ void appendEscaped(std::string& result, unsigned byte) {
     }
 }
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     std::string result = "\"";
     while (!text.empty()) {
         const auto length = characterLength(text);
@@ -213,9 +208,9 @@ std::string formatted(const Value& value) {
         return *flag ? "true" : "false";
     }
     if (const auto* const text = std::get_if<std::string>(&value); text != nullptr) {
-        return quoted(*text);
+        return inQuotes(*text);
     }
-    return std::string(dataWord) + quoted(std::get<Data>(value).bytes);
+    return std::string(dataWord) + inQuotes(std::get<Data>(value).bytes);
 }
 
 } // namespace
@@ -246,7 +241,7 @@ std::string SettingsText::format() const {
     text += heading;
     text += '\n';
     for (const auto& [key, value] : values) {
-        text += (isPlainKey(key) ? key : quoted(key)) + '=' + formatted(value) + '\n';
+        text += (isPlainKey(key) ? key : inQuotes(key)) + '=' + formatted(value) + '\n';
     }
     return text;
 }

@@ -1,5 +1,7 @@
 #include "Platform/Posix/FileReplacement.h"
 
+#include "Platform/Posix/FileError.h"
+
 #include <cerrno>
 #include <chrono>
 #include <system_error>
@@ -20,10 +22,6 @@ constexpr std::chrono::seconds longestWait{2};
 constexpr std::chrono::milliseconds pauseBetweenTries{2};
 constexpr mode_t forTheUserAlone = S_IRUSR | S_IWUSR;
 
-[[noreturn]] void fail(int error, const std::filesystem::path& file) {
-    throw std::system_error(error, std::generic_category(), file.string());
-}
-
 /// The file that a chain of links ends at, whether it exists or not.
 std::filesystem::path behindLinks(std::filesystem::path file) {
     constexpr int longestChain = 40;
@@ -35,7 +33,7 @@ std::filesystem::path behindLinks(std::filesystem::path file) {
         }
         file = file.parent_path() / target;
     }
-    fail(ELOOP, file);
+    throwFileError(ELOOP, file);
 }
 
 /// A failure shows when the file is opened there.
@@ -52,7 +50,7 @@ void writeAll(int descriptor, std::string_view contents, const std::filesystem::
         if (count >= 0) {
             contents.remove_prefix(static_cast<std::size_t>(count));
         } else if (errno != EINTR) {
-            fail(errno, file);
+            throwFileError(errno, file);
         }
     }
 }
@@ -70,7 +68,7 @@ FileReplacement::FileReplacement(const std::filesystem::path& file) : file_(behi
     newFile_ = file_.parent_path() / ("." + file_.filename().string() + ".new");
     // Replacing it would be possible, but whoever has closed it does not want it changed.
     if (access(file_.c_str(), W_OK) != 0 && errno != ENOENT) {
-        fail(errno, file_);
+        throwFileError(errno, file_);
     }
     makeFolder(file_.parent_path());
     lock();
@@ -88,13 +86,13 @@ void FileReplacement::lock() {
         FileDescriptor opened(open(newFile_.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK,
                                    forTheUserAlone));
         if (!opened.isOpen()) {
-            fail(errno, newFile_);
+            throwFileError(errno, newFile_);
         }
         int error = 0;
         while (flock(opened.number(), LOCK_EX | LOCK_NB) != 0) {
             error = errno;
             if ((error != EWOULDBLOCK && error != EINTR) || steady_clock::now() >= deadline) {
-                fail(error, newFile_);
+                throwFileError(error, newFile_);
             }
             std::this_thread::sleep_for(pauseBetweenTries);
         }
@@ -109,14 +107,14 @@ void FileReplacement::lock() {
 void FileReplacement::commit(std::string_view contents) {
     const auto number = descriptor_.number();
     if (ftruncate(number, 0) != 0 || fchmod(number, forTheUserAlone) != 0) {
-        fail(errno, newFile_);
+        throwFileError(errno, newFile_);
     }
     writeAll(number, contents, newFile_);
     if (fsync(number) != 0) {
-        fail(errno, newFile_);
+        throwFileError(errno, newFile_);
     }
     if (rename(newFile_.c_str(), file_.c_str()) != 0) {
-        fail(errno, file_);
+        throwFileError(errno, file_);
     }
     isCommitted_ = true;
     // The file is in its place already. Some file systems cannot do this, and need not.

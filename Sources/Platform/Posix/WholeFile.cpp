@@ -1,22 +1,14 @@
 #include "Platform/Posix/WholeFile.h"
 
 #include "Platform/Posix/FileDescriptor.h"
+#include "Platform/Posix/FileError.h"
 
 #include <cerrno>
-#include <system_error>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 
 namespace tavro::posix {
-
-namespace {
-
-[[noreturn]] void fail(int error, const std::filesystem::path& file) {
-    throw std::system_error(error, std::generic_category(), file.string());
-}
-
-} // namespace
 
 std::optional<std::string> WholeFile::read(const std::filesystem::path& file) {
     const FileDescriptor descriptor(open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
@@ -24,14 +16,14 @@ std::optional<std::string> WholeFile::read(const std::filesystem::path& file) {
         if (errno == ENOENT) {
             return std::nullopt;
         }
-        fail(errno, file);
+        throwFileError(errno, file);
     }
     struct stat status{};
     if (fstat(descriptor.number(), &status) != 0) {
-        fail(errno, file);
+        throwFileError(errno, file);
     }
     if (!S_ISREG(status.st_mode)) {
-        fail(S_ISDIR(status.st_mode) ? EISDIR : EINVAL, file);
+        throwFileError(S_ISDIR(status.st_mode) ? EISDIR : EINVAL, file);
     }
     std::string contents;
     std::string part(64UL << 10U, '\0');
@@ -44,11 +36,11 @@ std::optional<std::string> WholeFile::read(const std::filesystem::path& file) {
             if (errno == EINTR) {
                 continue;
             }
-            fail(errno, file);
+            throwFileError(errno, file);
         }
         contents.append(part, 0, static_cast<std::size_t>(count));
         if (contents.size() > largestSize) {
-            fail(EFBIG, file);
+            throwFileError(EFBIG, file);
         }
     }
 }

@@ -14,10 +14,11 @@ namespace {
 using linuxos::EvdevKeyCodes;
 
 // Where the keymaps of all X servers have it.
-constexpr unsigned numLock = XCB_MOD_MASK_2;
+constexpr unsigned numLockMask = XCB_MOD_MASK_2;
 constexpr unsigned anyButton = 0x1f00;
 constexpr unsigned anyLayoutGroup = 0x6000;
-constexpr unsigned plainState = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK | numLock | anyButton | anyLayoutGroup;
+constexpr unsigned plainState =
+    XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK | numLockMask | anyButton | anyLayoutGroup;
 
 std::optional<UserTime> userTimeOf(const QWindow& window) {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();

@@ -5,6 +5,7 @@
 #include "Platform/Posix/TerminationSignals.h"
 
 #include <QGuiApplication>
+#include <QQuickWindow>
 
 #include <cstring>
 #include <iostream>
@@ -58,6 +59,17 @@ void tellOfTheEnd(AppMainComposition& program) {
                      });
 }
 
+/// Closing the main window ends the program, whatever other window is open.
+void quitWith(const QQuickWindow& window) {
+    QObject::connect(&window, &QWindow::visibleChanged, qGuiApp, [](bool isVisible) {
+        // A minimised or covered window is visible. Later: the end closes the windows that are left, and this
+        // one is about to be.
+        if (!isVisible) {
+            QMetaObject::invokeMethod(qGuiApp, &QGuiApplication::quit, Qt::QueuedConnection);
+        }
+    });
+}
+
 int selfTest() {
     QtMainActor mainActor;
     const auto adapters = AppMainAdapters::headless();
@@ -78,6 +90,7 @@ int runApplication(const ApplicationOptions& options) {
         std::cerr << "tavro: the window could not be made\n";
         return failure;
     }
+    quitWith(*program.window.window());
     if (!options.presetFile.isEmpty()) {
         program.presets.openPresetFromFile(options.presetFile);
     }
@@ -88,6 +101,9 @@ int runApplication(const ApplicationOptions& options) {
         AppMainAdapters::directKeyFilter(*program.window.window(), [&program](const KeyEvent& event) {
             return program.window.handleKeyDirectly(event);
         });
+    const auto heldKeyWatch =
+        AppMainAdapters::heldKeyWatch(*program.window.window(), program.window.heldKeyNotices());
+    program.pressedKeys->setWatching(PressedKeys::Witness::windowSystem, heldKeyWatch != nullptr);
     return QGuiApplication::exec();
 }
 

@@ -33,6 +33,7 @@
 #include "Platform/Linux/X11/ApplicationVisibilityAdapter.h"
 #include "Platform/Linux/X11/DirectKeyFilter.h"
 #include "Platform/Linux/X11/FocusWatch.h"
+#include "Platform/Linux/X11/HeldKeyWatch.h"
 #include "Platform/Linux/X11/KeyboardTapAdapter.h"
 #include "Platform/Linux/X11/WindowAspectAdapter.h"
 #elif defined(Q_OS_MACOS)
@@ -168,6 +169,16 @@ AppMainAdapters::focusWatch([[maybe_unused]] std::function<void(bool hasFocus)> 
 #if defined(Q_OS_LINUX)
     if (QGuiApplication::platformName() == QLatin1String("xcb")) {
         return std::make_unique<x11::FocusWatch>(std::move(handler));
+    }
+#endif
+    return nullptr;
+}
+
+std::unique_ptr<QAbstractNativeEventFilter>
+AppMainAdapters::heldKeyWatch([[maybe_unused]] QWindow& window, [[maybe_unused]] HeldKeyNotices notices) {
+#if defined(Q_OS_LINUX)
+    if (QGuiApplication::platformName() == QLatin1String("xcb")) {
+        return x11::HeldKeyWatch::start(window, std::move(notices));
     }
 #endif
     return nullptr;

@@ -8,6 +8,7 @@
 #include "ApplicationShell/UserDefaults.h"
 #include "ApplicationShell/WindowAspect.h"
 #include "Concurrency/MainActor.h"
+#include "KeyboardInput/HeldKeyNotices.h"
 #include "KeyboardInput/HotkeyModifiers.h"
 #include "KeyboardInput/KeyEvent.h"
 #include "KeyboardInput/KeyEventTranslator.h"
@@ -55,6 +56,11 @@ struct AppMainAdapters {
     /// than the application object does. Null where there is no need for it.
     [[nodiscard]] static std::unique_ptr<QAbstractNativeEventFilter>
     focusWatch(std::function<void(bool hasFocus)> handler);
+
+    /// Tells, for as long as it exists, what the window is not sent about its keys. To be made behind the way
+    /// of the plain keys, which would hide them. Null where the window system tells no more.
+    [[nodiscard]] static std::unique_ptr<QAbstractNativeEventFilter> heldKeyWatch(QWindow& window,
+                                                                                  HeldKeyNotices notices);
 
     [[nodiscard]] static ModifierNaming modifierNaming();
 

@@ -12,6 +12,7 @@
 #include "ApplicationShell/PresetLibrary.h"
 #include "ApplicationShell/PresetStore.h"
 #include "KeyboardInput/GlobalKeyboardController.h"
+#include "KeyboardInput/PressedKeys.h"
 #include "MidiOutput/MidiOutputManager.h"
 #include "UserInterface/FocusedTextField.h"
 #include "UserInterface/MainQuickWindow.h"
@@ -33,6 +34,8 @@ struct AppMainComposition {
     LoginItemController loginItem;
     MidiOutputManager midi;
     PerformanceController controller;
+    /// The window's and the tap's.
+    std::shared_ptr<PressedKeys> pressedKeys = std::make_shared<PressedKeys>();
     GlobalKeyboardController globalKeyboard;
     GlobalPlay globalPlay;
     PresetLibrary presets;

@@ -3,6 +3,8 @@
 #include "ApplicationShell/MidiSystemChooser.h"
 #include "PerformanceModel/PerformanceStateCoding.h"
 
+#include <nlohmann/json.hpp>
+
 #include <QCommandLineParser>
 
 namespace tavro {

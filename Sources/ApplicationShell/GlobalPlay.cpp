@@ -1,6 +1,8 @@
 #include "ApplicationShell/GlobalPlay.h"
 
+#include "KeyboardInput/KeyNames.h"
 #include "KeyboardInput/ToggleHotkey.h"
+#include "KeyboardMapping/KeyboardLayout.h"
 #include "KeyboardMapping/PhysicalKeyMapper.h"
 
 #include <utility>
@@ -50,7 +52,30 @@ std::string GlobalPlay::globalPlayHotkeyCharacter() const {
 }
 
 QString GlobalPlay::displayedGlobalPlayHotkey() const {
-    return QString::fromStdString(hotkey_.modifiers.displayPrefix(naming_) + globalPlayHotkeyCharacter());
+    return QString::fromStdString(hotkey_.modifiers.displayPrefix(naming_) + hotkeysKeyName());
+}
+
+std::string GlobalPlay::hotkeysKeyName() const {
+    const auto layout = performance_.state().keyboardLayout;
+    // Stored without a key code, it means either of two keys, and is called after the one that everybody has.
+    const bool isCaret = ToggleHotkey::characterOf(hotkey_.key) == U'^';
+    if (!hotkey_.keyCode) {
+        return isCaret ? KeyNames::nameLeftOfOne(layout) : hotkey_.key;
+    }
+    if (const auto name = KeyNames::name(*hotkey_.keyCode, layout)) {
+        return *name;
+    }
+    // A key without a text is stored with that of the caret key.
+    return isCaret ? "Key " + std::to_string(*hotkey_.keyCode) : hotkey_.key;
+}
+
+bool GlobalPlay::hotkeyTakesPlayingKey() const {
+    const auto layout = performance_.state().keyboardLayout;
+    const bool isPlayed =
+        hotkey_.keyCode
+            ? PhysicalKeyMapper::character(*hotkey_.keyCode, layout).has_value()
+            : KeyboardLayout::of(layout).position(ToggleHotkey::characterOf(hotkey_.key)) != nullptr;
+    return isPlayed && !hotkey_.modifiers.makesShortcut();
 }
 
 void GlobalPlay::setRecordingGlobalPlayHotkey(bool isRecording) {

@@ -45,8 +45,11 @@ public:
     /// The hotkey's character on the current layout; where its position has none, the recorded text.
     [[nodiscard]] std::string globalPlayHotkeyCharacter() const;
 
-    /// The hotkey as the user reads it: the modifiers, then the character.
+    /// The hotkey as the user reads it: the modifiers, then the name of the key.
     [[nodiscard]] QString displayedGlobalPlayHotkey() const;
+
+    /// Whether the hotkey is a key that would play, and so plays no longer.
+    [[nodiscard]] bool hotkeyTakesPlayingKey() const;
 
     /// Whether the next key in the window becomes the hotkey.
     [[nodiscard]] bool isRecordingGlobalPlayHotkey() const { return isRecording_; }
@@ -65,6 +68,7 @@ Q_SIGNALS:
 
 private:
     void passOnHotkey();
+    [[nodiscard]] std::string hotkeysKeyName() const;
 
     PerformanceController& performance_;
     GlobalKeyboardController& globalKeyboard_;

@@ -3,6 +3,8 @@
 #include "PerformanceModel/BoundedJson.h"
 #include "PerformanceModel/JsonDecoding.h"
 
+#include <nlohmann/json.hpp>
+
 namespace tavro {
 
 std::string PresetText::encodeFile(const TAVROPreset& preset) {

@@ -2,6 +2,8 @@
 
 #include "PerformanceModel/PerformanceStateCoding.h"
 
+#include <nlohmann/json.hpp>
+
 namespace tavro {
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include "PerformanceModel/PerformanceState.h"
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 
 #include <string>
 

@@ -49,27 +49,40 @@ GlobalKeyRules::Decision GlobalKeyRules::decideKeyDown(const KeyboardTap::Event&
         return decision;
     }
     // A repeat of a key that went down before it was ours starts nothing either.
-    if (event.isAutorepeat || pressedKeys_.contains(event.keyCode)) {
+    if (event.isAutorepeat || isHeld(event.keyCode)) {
         return decision;
     }
     decision.action = Action::keyDown;
     decision.character = playedCharacter(event).value_or(noKey);
-    pressedKeys_.emplace(event.keyCode, decision.character);
+    keys->press({.keyCode = event.keyCode,
+                 .road = PressedKeys::Road::tap,
+                 .character = decision.character,
+                 .time = event.time});
     return decision;
 }
 
 GlobalKeyRules::Decision GlobalKeyRules::decideKeyUp(const KeyboardTap::Event& event) {
     Decision decision{.verdict = verdict(event)};
     // What was played is released whatever holds by now: with a modifier held or the program in front the
-    // release belongs to others, and yet the note must end.
-    if (const auto pressed = pressedKeys_.extract(event.keyCode)) {
+    // release belongs to others, and yet the note must end, on whichever road the key came in.
+    if (const auto held = keys->find(event.keyCode)) {
         decision.action = Action::keyUp;
-        decision.character = pressed.mapped();
+        decision.character = held->character.value_or(noKey);
+        if (held->road == PressedKeys::Road::tap) {
+            keys->release(event.keyCode, PressedKeys::Witness::tap, event.time);
+        }
     } else if (decision.verdict == Verdict::swallow) {
         decision.action = Action::keyUp;
         decision.character = playedCharacter(event).value_or(noKey);
     }
     return decision;
+}
+
+bool GlobalKeyRules::isHeld(std::int64_t keyCode) const {
+    const auto held = keys->find(keyCode);
+    // A window only knows a silent key to be down. When it learns of that from the system, it may be ahead of
+    // the tap, which then tells the press itself.
+    return held && (held->road == PressedKeys::Road::tap || held->character);
 }
 
 std::optional<Character> GlobalKeyRules::playedCharacter(const KeyboardTap::Event& event) const {

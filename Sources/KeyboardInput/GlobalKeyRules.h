@@ -1,12 +1,13 @@
 #pragma once
 
 #include "KeyboardInput/KeyboardTap.h"
+#include "KeyboardInput/PressedKeys.h"
 #include "KeyboardInput/ToggleHotkey.h"
 #include "KeyboardMapping/KeyboardLayoutKind.h"
 #include "PerformanceModel/Character.h"
 
 #include <cstdint>
-#include <map>
+#include <memory>
 #include <optional>
 
 namespace tavro {
@@ -28,7 +29,7 @@ public:
     struct Decision {
         KeyboardTap::Verdict verdict = KeyboardTap::Verdict::pass;
         Action action = Action::none;
-        /// The key that goes down or up.
+        /// The key that goes down or up; the NUL character for one that has played nothing.
         Character character = noKey;
 
         friend bool operator==(const Decision&, const Decision&) = default;
@@ -38,16 +39,19 @@ public:
     ToggleHotkey hotkey;
     /// While the program itself is in front its window takes the keys, and the tap none.
     bool isApplicationActive = false;
+    /// Which keys are down, shared with the other roads on which keys come in. Never null.
+    std::shared_ptr<PressedKeys> keys = std::make_shared<PressedKeys>();
 
     [[nodiscard]] bool isEnabled() const { return isEnabled_; }
 
-    /// Forgets which keys are held.
+    /// Forgets which keys are held through the tap.
     void setEnabled(bool isEnabled);
 
-    void forgetPressedKeys() { pressedKeys_.clear(); }
+    void forgetPressedKeys() { keys->forget(PressedKeys::Road::tap); }
 
     /// Decides, and remembers what the decision rests on: which keys are held, and after the hotkey the new
-    /// state. The keys typed right behind the hotkey so follow it already.
+    /// state. The keys typed right behind the hotkey so follow it already. A window's key that goes up is
+    /// only reported: its memory is the window's.
     Decision decide(const KeyboardTap::Event& event);
 
     /// The verdict of `decide`, with nothing remembered.
@@ -62,9 +66,10 @@ private:
     /// The character to play, when the key is to be played at all.
     [[nodiscard]] std::optional<Character> playedCharacter(const KeyboardTap::Event& event) const;
 
+    /// Whether it is down already, so that its press is no more than a repeat.
+    [[nodiscard]] bool isHeld(std::int64_t keyCode) const;
+
     bool isEnabled_ = false;
-    /// The keys that went down through the tap, as the characters they were played as.
-    std::map<std::int64_t, Character> pressedKeys_;
 };
 
 } // namespace tavro

@@ -8,8 +8,12 @@
 
 namespace tavro {
 
-GlobalKeyboardController::GlobalKeyboardController(KeyboardTap& tap, MainActor& mainActor)
-    : tap_(tap), mainActor_(mainActor), status_(QStringLiteral("Global Play off")), statusText_(status_) {}
+GlobalKeyboardController::GlobalKeyboardController(KeyboardTap& tap, MainActor& mainActor,
+                                                   std::shared_ptr<PressedKeys> keys)
+    : tap_(tap), mainActor_(mainActor), keys_(std::move(keys)), status_(QStringLiteral("Global Play off")),
+      statusText_(status_) {
+    rules_.keys = keys_;
+}
 
 GlobalKeyboardController::~GlobalKeyboardController() {
     stop();
@@ -55,6 +59,11 @@ void GlobalKeyboardController::setApplicationActive(bool isActive) {
     tap_.updateVerdicts();
 }
 
+bool GlobalKeyboardController::isCapturing() const {
+    const std::scoped_lock lock(mutex_);
+    return hasTap_ && rules_.isEnabled() && !rules_.isApplicationActive;
+}
+
 void GlobalKeyboardController::start() {
     if (hasTap_) {
         return;
@@ -88,6 +97,7 @@ void GlobalKeyboardController::stop() {
     }
     taken_.clear();
     lacksTrust_ = false;
+    keys_->setWatching(PressedKeys::Witness::tap, false);
     if (std::exchange(isEnabled_, false)) {
         Q_EMIT isEnabledChanged();
     }
@@ -119,6 +129,7 @@ void GlobalKeyboardController::showEnabled(bool isEnabled, Turn turn) {
     if (isEnabled_ && !isEnabled && onPanic) {
         onPanic();
     }
+    keys_->setWatching(PressedKeys::Witness::tap, isEnabled);
     if (std::exchange(isEnabled_, isEnabled) != isEnabled) {
         Q_EMIT isEnabledChanged();
     }
@@ -154,22 +165,42 @@ KeyboardTap::Verdict GlobalKeyboardController::handle(const KeyboardTap::Event& 
         });
         break;
     case GlobalKeyRules::Action::keyDown:
-        post([this, character = decision.character, turn] {
-            // Turned off by the window meanwhile: nobody would end the note.
-            if (turn == shownTurn_ && onKeyDown) {
-                onKeyDown(character);
-            }
-        });
+        postKeyDown(event.keyCode, decision.character, turn);
         break;
     case GlobalKeyRules::Action::keyUp:
-        post([this, character = decision.character] {
-            if (onKeyUp) {
-                onKeyUp(character);
-            }
-        });
+        postKeyUp(event.keyCode, decision.character);
         break;
     }
     return decision.verdict;
+}
+
+void GlobalKeyboardController::postKeyDown(std::int64_t keyCode, Character character, Turn turn) {
+    const auto held = keys_->find(keyCode);
+    post([this, keyCode, character, turn, serial = held ? held->serial : 0] {
+        // Turned off by the window meanwhile: nobody would end the note.
+        if (turn == shownTurn_ && onKeyDown) {
+            onKeyDown(character);
+            keys_->markPlayed(keyCode, serial);
+        }
+    });
+}
+
+void GlobalKeyboardController::postKeyUp(std::int64_t keyCode, Character character) {
+    // A key that a window has had is ended on the window's thread, and by one of all that see it.
+    const auto held = keys_->find(keyCode);
+    if (!held) {
+        post([this, character] { release(character); });
+        return;
+    }
+    post([this, keyCode, serial = held->serial] {
+        release(keys_->release(keyCode, serial).character.value_or(noKey));
+    });
+}
+
+void GlobalKeyboardController::release(Character character) const {
+    if (character != noKey && onKeyUp) {
+        onKeyUp(character);
+    }
 }
 
 KeyboardTap::Verdict GlobalKeyboardController::verdict(const KeyboardTap::Event& event) const {

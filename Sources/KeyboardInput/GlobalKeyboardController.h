@@ -26,8 +26,9 @@ class GlobalKeyboardController : public QObject, public KeyboardTap::Client {
     Q_PROPERTY(QString statusText READ statusText NOTIFY statusTextChanged)
 
 public:
-    /// Both must outlive this.
-    GlobalKeyboardController(KeyboardTap& tap, MainActor& mainActor);
+    /// The tap and the main actor must outlive this. The keys are those that the windows share.
+    GlobalKeyboardController(KeyboardTap& tap, MainActor& mainActor,
+                             std::shared_ptr<PressedKeys> keys = std::make_shared<PressedKeys>());
     ~GlobalKeyboardController() override;
 
     /// A playable key went down or up in another application; called on the main thread.
@@ -61,6 +62,10 @@ public:
     /// Whether a window of this program has the keyboard.
     void setApplicationActive(bool isActive);
 
+    /// Whether the keys are taken from another application now, so that the tap sees them, and plays them and
+    /// tells their releases in one order.
+    [[nodiscard]] bool isCapturing() const;
+
     /// Makes the tap when there is none. Why that failed stands in the status text.
     void start();
 
@@ -89,6 +94,9 @@ private:
     using Turn = std::uint64_t;
 
     void post(std::function<void()> action);
+    void postKeyDown(std::int64_t keyCode, Character character, Turn turn);
+    void postKeyUp(std::int64_t keyCode, Character character);
+    void release(Character character) const;
     void showEnabled(bool isEnabled, Turn turn);
     void showFailure(const QString& text, bool lacksTrust);
     void showStatus(const QString& text);
@@ -97,6 +105,7 @@ private:
 
     KeyboardTap& tap_;
     MainActor& mainActor_;
+    std::shared_ptr<PressedKeys> keys_;
     bool hasTap_ = false;
     bool isEnabled_ = false;
     bool isAvailable_ = false;

@@ -20,6 +20,8 @@ struct KeyEvent {
     std::optional<Character> characterIgnoringModifiers;
     HotkeyModifiers modifiers;
     bool isAutorepeat = false;
+    /// Milliseconds of the window system's clock, which may run over; 0 where it has none.
+    std::uint32_t time = 0;
 
     friend bool operator==(const KeyEvent&, const KeyEvent&) = default;
 };

@@ -8,10 +8,8 @@ namespace tavro {
 KeyEventRouter::Verdict KeyEventRouter::handle(const KeyEvent& event, const Context& context) {
     const auto what = meaning(event, context);
     if (event.type == KeyEvent::Type::keyDown) {
-        keysDown_.insert(event.keyCode);
         handleKeyDown(event, what);
     } else {
-        keysDown_.erase(event.keyCode);
         handleKeyUp(event, what);
     }
     return what == Meaning::foreign ? Verdict::pass : Verdict::consume;
@@ -26,7 +24,7 @@ KeyEventRouter::Meaning KeyEventRouter::meaning(const KeyEvent& event, const Con
         return Meaning::foreign;
     }
     const bool isDown = event.type == KeyEvent::Type::keyDown;
-    const bool isRepeat = event.isAutorepeat || keysDown_.contains(event.keyCode);
+    const bool isRepeat = event.isAutorepeat || keys->isDown(event.keyCode);
     if (isDown && !isRepeat) {
         if (isRecordingHotkey) {
             return Meaning::recorded;
@@ -42,10 +40,20 @@ KeyEventRouter::Meaning KeyEventRouter::meaning(const KeyEvent& event, const Con
 }
 
 void KeyEventRouter::handleKeyDown(const KeyEvent& event, Meaning what) {
+    const auto played = what == Meaning::playing ? playableCharacter(event) : std::nullopt;
+    // What is down keeps the character that its release is to end.
+    const bool isNew = !keys->isDown(event.keyCode);
+    if (isNew) {
+        keys->press({.keyCode = event.keyCode,
+                     .road = PressedKeys::Road::window,
+                     .character = played,
+                     .time = event.time});
+    }
     switch (what) {
     case Meaning::recorded:
-        if (const auto text = hotkeyString(event); text && onRecordedHotkey) {
-            onRecordedHotkey(toUtf8(*text), event.keyCode, event.modifiers);
+        if (onRecordedHotkey) {
+            const auto text = hotkeyString(event);
+            onRecordedHotkey(text ? toUtf8(*text) : std::string(), event.keyCode, event.modifiers);
         }
         break;
     case Meaning::hotkey:
@@ -54,29 +62,46 @@ void KeyEventRouter::handleKeyDown(const KeyEvent& event, Meaning what) {
         }
         break;
     case Meaning::playing:
-        if (const auto character = playableCharacter(event)) {
-            heldKeys_.insert_or_assign(event.keyCode, *character);
-            if (onKeyDown) {
-                onKeyDown(*character);
-            }
+        if (played && onKeyDown) {
+            onKeyDown(*played);
         }
         break;
     case Meaning::foreign:
     case Meaning::swallowed:
         break;
     }
+    if (isNew && keys->wasReleasedAhead(event.keyCode, event.time)) {
+        handleReleaseElsewhere(event.keyCode, event.time);
+    }
 }
 
 void KeyEventRouter::handleKeyUp(const KeyEvent& event, Meaning what) {
-    const auto release = [this](std::optional<Character> character) {
-        if (character && onKeyUp) {
-            onKeyUp(*character);
-        }
-    };
-    if (const auto held = heldKeys_.extract(event.keyCode)) {
-        release(held.mapped());
-    } else if (what == Meaning::playing) {
+    const auto released = keys->release(event.keyCode, PressedKeys::Witness::window, event.time);
+    if (released.character) {
+        release(released.character);
+    } else if (!released.isKnown && what == Meaning::playing) {
         release(playableCharacter(event));
+    }
+}
+
+void KeyEventRouter::handleReleaseElsewhere(std::int64_t keyCode, std::uint32_t time) {
+    const auto released = keys->release(keyCode, PressedKeys::Witness::windowSystem, time);
+    if (!released.isKnown) {
+        keys->releaseAhead(keyCode, time);
+    }
+    release(released.character);
+}
+
+void KeyEventRouter::keepSilent(std::int64_t keyCode) {
+    if (!keys->isDown(keyCode)) {
+        keys->press(
+            {.keyCode = keyCode, .road = PressedKeys::Road::window, .character = std::nullopt, .time = 0});
+    }
+}
+
+void KeyEventRouter::release(std::optional<Character> character) const {
+    if (character && onKeyUp) {
+        onKeyUp(*character);
     }
 }
 

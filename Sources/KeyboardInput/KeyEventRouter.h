@@ -1,13 +1,13 @@
 #pragma once
 
 #include "KeyboardInput/KeyEvent.h"
+#include "KeyboardInput/PressedKeys.h"
 #include "KeyboardMapping/KeyboardLayoutKind.h"
 
 #include <cstdint>
 #include <functional>
-#include <map>
+#include <memory>
 #include <optional>
-#include <set>
 #include <string>
 
 namespace tavro {
@@ -36,11 +36,13 @@ public:
     std::optional<std::int64_t> hotkeyKeyCode;
     HotkeyModifiers hotkeyModifiers;
     KeyboardLayoutKind layoutKind = allKeyboardLayoutKinds.front();
-    /// While true, the next key is reported by `onRecordedHotkey` instead of being played. The caller ends
-    /// it.
+    /// While true, the next key is reported by `onRecordedHotkey` instead of being played, whichever it is: a
+    /// key that has no text comes with an empty one. The caller ends it.
     bool isRecordingHotkey = false;
     std::function<void(std::string text, std::int64_t keyCode, HotkeyModifiers modifiers)> onRecordedHotkey;
     std::function<void()> onHotkey;
+    /// Which keys are down, shared with the other roads on which keys come in. Never null.
+    std::shared_ptr<PressedKeys> keys = std::make_shared<PressedKeys>();
 
     /// Acts on the event and tells whether it goes on.
     Verdict handle(const KeyEvent& event, const Context& context);
@@ -48,11 +50,21 @@ public:
     /// What `handle` would answer, without acting.
     [[nodiscard]] Verdict verdict(const KeyEvent& event, const Context& context) const;
 
-    /// Forgets which keys are held: their releases are not going to be seen.
-    void forgetHeldKeys() {
-        keysDown_.clear();
-        heldKeys_.clear();
+    /// The window system saw a key of the windows go up, whoever has the keyboard. It ends, or as soon as it
+    /// has come when its press is still on its way here; the event that tells the window the same, if there
+    /// is one, ends nothing more. The time is that of `KeyEvent`.
+    void handleReleaseElsewhere(std::int64_t keyCode, std::uint32_t time);
+
+    /// The same for one press, if that is still the one that is down.
+    void handleReleaseOf(std::int64_t keyCode, PressedKeys::Serial serial) {
+        release(keys->release(keyCode, serial).character);
     }
+
+    /// The keyboard came back with a key down whose press went to others: silent until it is pressed again.
+    void keepSilent(std::int64_t keyCode);
+
+    /// Forgets which keys are held: their releases are not going to be seen.
+    void forgetHeldKeys() { keys->forget(PressedKeys::Road::window); }
 
     /// The key as a hotkey's text: "^" for the two caret keys, else the layout's character at this position,
     /// else what the key types; nothing when none of them gives one character.
@@ -69,13 +81,7 @@ private:
     [[nodiscard]] Meaning meaning(const KeyEvent& event, const Context& context) const;
     void handleKeyDown(const KeyEvent& event, Meaning meaning);
     void handleKeyUp(const KeyEvent& event, Meaning meaning);
-
-    /// Every key that is down. A press of one of them is an autorepeat, marked as such or not: not every
-    /// system marks it.
-    std::set<std::int64_t> keysDown_;
-    /// The keys whose press was played, by key code. Their releases are played whatever has happened in
-    /// between (a modifier held, a text field opened, another layout), or their notes would never end.
-    std::map<std::int64_t, Character> heldKeys_;
+    void release(std::optional<Character> character) const;
 };
 
 } // namespace tavro

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace tavro {
@@ -36,6 +37,8 @@ public:
             onRecordedHotkey;
         std::function<void()> onHotkey;
         std::function<void(bool isFocused)> onFocusChanged;
+        /// While a hotkey was being recorded, something else has got the keys.
+        std::function<void()> onRecordingInterrupted{};
     };
 
     explicit KeyboardEventMonitor(QQuickItem* parent = nullptr);
@@ -46,6 +49,22 @@ public:
 
     /// Must outlive this. Null lets every key pass.
     void setTranslator(const KeyEventTranslator* translator);
+
+    /// Which keys are down, shared with the other roads on which keys come in; not null. Without this the
+    /// window's are known alone.
+    void setPressedKeys(std::shared_ptr<PressedKeys> keys) { view_->router.keys = std::move(keys); }
+
+    /// The window system saw a key go up. See `KeyEventRouter`.
+    void handleReleaseElsewhere(std::int64_t keyCode, std::uint32_t time) {
+        view_->router.handleReleaseElsewhere(keyCode, time);
+    }
+
+    void handleReleaseOf(std::int64_t keyCode, PressedKeys::Serial serial) {
+        view_->router.handleReleaseOf(keyCode, serial);
+    }
+
+    /// A key is down whose press went to others. See `KeyEventRouter`.
+    void keepSilent(std::int64_t keyCode) { view_->router.keepSilent(keyCode); }
 
     /// Offers a key before the window sees it; true when it was played. See `KeyboardMonitorView`.
     bool handleDirectly(const KeyEvent& event) { return view_->handleDirectly(event); }

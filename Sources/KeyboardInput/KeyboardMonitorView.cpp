@@ -60,6 +60,10 @@ void KeyboardMonitorView::watchFocusObject(QObject* focusObject) {
     if (focusObject_ != nullptr && focusObject_ != window_) {
         focusObject_->installEventFilter(this);
     }
+    const auto now = context();
+    if (now.isForeignWindow || now.isEditingText) {
+        interruptRecording();
+    }
 }
 
 bool KeyboardMonitorView::handleDirectly(const KeyEvent& event) {
@@ -103,8 +107,15 @@ bool KeyboardMonitorView::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void KeyboardMonitorView::loseKeys() {
-    router.forgetHeldKeys();
+    interruptRecording();
+    router.keys->loseKeyboard();
     reportFocus(false);
+}
+
+void KeyboardMonitorView::interruptRecording() const {
+    if (router.isRecordingHotkey && onRecordingInterrupted) {
+        onRecordingInterrupted();
+    }
 }
 
 void KeyboardMonitorView::reportFocus(bool isFocused) const {

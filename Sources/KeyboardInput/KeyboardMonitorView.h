@@ -27,6 +27,9 @@ public:
     /// True when the window's keys come here, false when they no longer do: the window was left or lost the
     /// keyboard. May be called again with the same value.
     std::function<void(bool isFocused)> onFocusChanged;
+    /// A hotkey was being recorded when something else got the keys: a menu, a dialog or a text field in the
+    /// window, or another window.
+    std::function<void()> onRecordingInterrupted;
     /// Reads the windowing system's events; must outlive this. Without it every event passes.
     const KeyEventTranslator* translator = nullptr;
 
@@ -45,6 +48,7 @@ private:
     void removeMonitors();
     void watchFocusObject(QObject* focusObject);
     void loseKeys();
+    void interruptRecording() const;
     void reportFocus(bool isFocused) const;
     [[nodiscard]] KeyEventRouter::Context context() const;
     [[nodiscard]] bool consumes(const QKeyEvent& event);

@@ -34,6 +34,9 @@ public:
         HotkeyModifiers modifiers{};
         /// A press that the keyboard repeats while the key is down.
         bool isAutorepeat = false;
+        /// Milliseconds of the window system's clock, the same as that of the windows' keys; 0 where the tap
+        /// has none.
+        std::uint32_t time = 0;
 
         friend bool operator==(const Event&, const Event&) = default;
     };

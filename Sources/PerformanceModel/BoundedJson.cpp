@@ -2,6 +2,8 @@
 
 #include "PerformanceModel/Character.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <vector>
 

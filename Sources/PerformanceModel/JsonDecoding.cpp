@@ -1,5 +1,7 @@
 #include "PerformanceModel/JsonDecoding.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cmath>
 #include <utility>
 

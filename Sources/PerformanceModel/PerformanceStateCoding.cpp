@@ -1,5 +1,7 @@
 #include "PerformanceModel/PerformanceStateCoding.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <array>
 #include <variant>

@@ -3,7 +3,7 @@
 #include "PerformanceModel/JsonDecoding.h"
 #include "PerformanceModel/PerformanceState.h"
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 
 #include <string_view>
 #include <vector>

@@ -2,6 +2,8 @@
 
 #include "PerformanceModel/JsonDecoding.h"
 
+#include <nlohmann/json.hpp>
+
 #include <utility>
 
 namespace tavro {

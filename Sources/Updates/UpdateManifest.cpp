@@ -5,6 +5,8 @@
 #include "Updates/InternetDate.h"
 #include "Updates/ManifestKeys.h"
 
+#include <nlohmann/json.hpp>
+
 namespace tavro {
 
 namespace {

@@ -33,6 +33,11 @@ QString GlobalPlayPresenter::displayedHotkey() const {
     return globalPlay_.displayedGlobalPlayHotkey();
 }
 
+QString GlobalPlayPresenter::hotkeyWarning() const {
+    return globalPlay_.hotkeyTakesPlayingKey() ? tr("The hotkey is a playing key: it plays no longer.")
+                                               : QString();
+}
+
 QString GlobalPlayPresenter::hotkey() const {
     return QString::fromStdString(globalPlay_.globalPlayHotkeyCharacter());
 }

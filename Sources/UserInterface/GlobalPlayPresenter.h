@@ -22,6 +22,8 @@ class GlobalPlayPresenter : public QObject {
     Q_PROPERTY(QString advice READ advice NOTIFY statusTextChanged)
     /// The hotkey as the user reads it.
     Q_PROPERTY(QString displayedHotkey READ displayedHotkey NOTIFY hotkeyChanged)
+    /// What the hotkey keeps from the player; empty when it is nothing.
+    Q_PROPERTY(QString hotkeyWarning READ hotkeyWarning NOTIFY hotkeyChanged)
     /// The hotkey as the window's keyboard monitor takes it.
     Q_PROPERTY(QString hotkey READ hotkey NOTIFY hotkeyChanged)
     Q_PROPERTY(QVariant hotkeyKeyCode READ hotkeyKeyCode NOTIFY hotkeyChanged)
@@ -39,6 +41,7 @@ public:
     [[nodiscard]] QString statusText() const;
     [[nodiscard]] QString advice() const;
     [[nodiscard]] QString displayedHotkey() const;
+    [[nodiscard]] QString hotkeyWarning() const;
     [[nodiscard]] QString hotkey() const;
     [[nodiscard]] QVariant hotkeyKeyCode() const;
     [[nodiscard]] int hotkeyModifiers() const;

@@ -25,6 +25,20 @@ MainWindowLoader::MainWindowLoader(const Shell& shell)
       menu_(shell.menu, shell.menuIsInWindow) {
     SceneModule::makeAvailable();
     useOwnFont();
+    endRecordingOutOfSight();
+}
+
+void MainWindowLoader::endRecordingOutOfSight() {
+    QObject::connect(&panels_, &WindowPanels::isSettingsVisibleChanged, &globalPlay_, [this] {
+        if (!panels_.isSettingsVisible()) {
+            globalPlay_.setRecordingHotkey(false);
+        }
+    });
+    QObject::connect(&tutorial_, &TutorialPresenter::visibilityChanged, &globalPlay_, [this] {
+        if (tutorial_.isTutorialVisible()) {
+            globalPlay_.setRecordingHotkey(false);
+        }
+    });
 }
 
 QVariantMap MainWindowLoader::initialProperties() {
@@ -74,6 +88,7 @@ bool MainWindowLoader::connectKeys(QQuickWindow& window) {
     }
     monitor_ = monitor;
     monitor->setTranslator(&shell_.translator);
+    monitor->setPressedKeys(shell_.pressedKeys);
     monitor->setActions({
         .onKeyDown = [this](Character key) { shell_.controller.handleKeyDown(key); },
         .onKeyUp = [this](Character key) { shell_.controller.handleKeyUp(key); },
@@ -83,12 +98,41 @@ bool MainWindowLoader::connectKeys(QQuickWindow& window) {
             },
         .onHotkey = [this] { shell_.globalPlay.toggleGlobalPlay(); },
         .onFocusChanged = [this](bool isFocused) { shell_.controller.setFocused(isFocused); },
+        .onRecordingInterrupted = [this] { shell_.globalPlay.setRecordingGlobalPlayHotkey(false); },
     });
     return true;
 }
 
 bool MainWindowLoader::handleKeyDirectly(const KeyEvent& event) {
     return monitor_ != nullptr && monitor_->handleDirectly(event);
+}
+
+HeldKeyNotices MainWindowLoader::heldKeyNotices() {
+    return {.onReleased = [this](std::int64_t keyCode,
+                                 std::uint32_t time) { keyWasReleasedElsewhere(keyCode, time); },
+            .onHeldBefore =
+                [this](std::int64_t keyCode) {
+                    if (monitor_ != nullptr) {
+                        monitor_->keepSilent(keyCode);
+                    }
+                }};
+}
+
+void MainWindowLoader::keyWasReleasedElsewhere(std::int64_t keyCode, std::uint32_t time) {
+    if (monitor_ == nullptr) {
+        return;
+    }
+    const auto held = shell_.pressedKeys->find(keyCode);
+    if (!held || !shell_.globalPlay.globalKeyboard().isCapturing()) {
+        monitor_->handleReleaseElsewhere(keyCode, time);
+        return;
+    }
+    // Behind what the tap has told already, which may be the same.
+    shell_.mainActor.post([monitor = monitor_, keyCode, serial = held->serial] {
+        if (monitor != nullptr) {
+            monitor->handleReleaseOf(keyCode, serial);
+        }
+    });
 }
 
 bool MainWindowLoader::selfTest() {

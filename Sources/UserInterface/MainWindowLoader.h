@@ -6,6 +6,7 @@
 #include "ApplicationShell/PresetLibrary.h"
 #include "ApplicationShell/UserDefaults.h"
 #include "Concurrency/MainActor.h"
+#include "KeyboardInput/HeldKeyNotices.h"
 #include "KeyboardInput/KeyEventTranslator.h"
 #include "KeyboardInput/KeyboardAccess.h"
 #include "KeyboardInput/KeyboardEventMonitor.h"
@@ -25,6 +26,8 @@
 #include <QQuickWindow>
 #include <QVariantMap>
 
+#include <memory>
+
 namespace tavro {
 
 /// Owns the scene: what it shows, the engine that it runs in, and the way of the keys from the window to the
@@ -39,6 +42,7 @@ public:
         PresetLibrary& presets;
         LaunchAtLogin& launchAtLogin;
         const KeyEventTranslator& translator;
+        std::shared_ptr<PressedKeys> pressedKeys;
         UserDefaults& defaults;
         MainActor& mainActor;
         KeyboardAccess keyboardAccess;
@@ -68,6 +72,10 @@ public:
     /// no popup wants it. False when it is to go the window's way; nothing has been done.
     bool handleKeyDirectly(const KeyEvent& event);
 
+    /// What is to be called when the window system tells more of the keys than the window is sent. May be
+    /// called for as long as the loader exists.
+    [[nodiscard]] HeldKeyNotices heldKeyNotices();
+
     /// Compiles and creates every component of the scene's module, without showing a window. True when
     /// nothing was wrong, a warning at run time included; else each went to the error output, with its file's
     /// name.
@@ -76,6 +84,9 @@ public:
 private:
     [[nodiscard]] QVariantMap initialProperties();
     [[nodiscard]] bool connectKeys(QQuickWindow& window);
+    void keyWasReleasedElsewhere(std::int64_t keyCode, std::uint32_t time);
+    /// Nobody is to record a hotkey without seeing that he does.
+    void endRecordingOutOfSight();
 
     Shell shell_;
     PerformanceSettings settings_;

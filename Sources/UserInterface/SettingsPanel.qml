@@ -116,7 +116,7 @@ DisclosurePanel {
         }
     }
 
-    // How Global Play stands, and what the user can do about it.
+    // How Global Play stands, what the user can do about it, and what the hotkey takes from him.
     Text {
         id: status
 
@@ -138,7 +138,7 @@ DisclosurePanel {
         anchors.right: parent.right
         anchors.rightMargin: Theme.padding
         anchors.baseline: status.baseline
-        text: root.globalPlay.advice
+        text: [root.globalPlay.hotkeyWarning, root.globalPlay.advice].join(" ").trim()
         textFormat: Text.PlainText
         elide: Text.ElideRight
         color: Theme.secondaryText

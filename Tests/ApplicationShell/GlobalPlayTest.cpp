@@ -153,6 +153,48 @@ TEST_F(GlobalPlayTest, showsTheRecordedTextWhereThePositionHasNoCharacter) {
     EXPECT_EQ(globalPlay.globalPlayHotkeyModifiers(), HotkeyModifiers());
 }
 
+TEST_F(GlobalPlayTest, showsTheKeyLeftOfOneByWhatTheLayoutPrintsThere) {
+    for (const auto keyCode : {std::optional<std::int64_t>(), std::optional<std::int64_t>(keyGrave)}) {
+        globalPlay.setGlobalPlayHotkey("^", keyCode, {});
+        instrument.change([](auto& state) { state.keyboardLayout = KeyboardLayoutKind::qwertz; });
+        EXPECT_EQ(shown(), "^");
+        instrument.change([](auto& state) { state.keyboardLayout = KeyboardLayoutKind::qwerty; });
+        EXPECT_EQ(shown(), "`");
+        // What is stored and compared stays.
+        EXPECT_EQ(globalPlay.globalPlayHotkeyCharacter(), "^");
+    }
+}
+
+TEST_F(GlobalPlayTest, showsKeysWithoutATextByName) {
+    constexpr std::int64_t keyF5 = 96;
+    globalPlay.setGlobalPlayHotkey("", keyF5, HotkeyModifiers::shift);
+    EXPECT_EQ(shown(), "Shift+F5");
+    EXPECT_EQ(globalKeyboard.hotkey(), (ToggleHotkey{U'^', keyF5, HotkeyModifiers::shift}));
+    constexpr std::int64_t keypad5 = 87;
+    globalPlay.setGlobalPlayHotkey("5", keypad5, {});
+    EXPECT_EQ(shown(), "Keypad 5");
+    constexpr std::int64_t space = 49;
+    globalPlay.setGlobalPlayHotkey(" ", space, {});
+    EXPECT_EQ(shown(), "Space");
+    constexpr std::int64_t unnamed = 0x10A4;
+    globalPlay.setGlobalPlayHotkey("", unnamed, {});
+    EXPECT_EQ(shown(), "Key 4260");
+}
+
+TEST_F(GlobalPlayTest, tellsWhenTheHotkeyTakesAPlayingKey) {
+    EXPECT_FALSE(globalPlay.hotkeyTakesPlayingKey());
+    globalPlay.setGlobalPlayHotkey("a", keyA, {});
+    EXPECT_TRUE(globalPlay.hotkeyTakesPlayingKey());
+    globalPlay.setGlobalPlayHotkey("a", keyA, HotkeyModifiers::shift);
+    EXPECT_TRUE(globalPlay.hotkeyTakesPlayingKey());
+    globalPlay.setGlobalPlayHotkey("a", keyA, HotkeyModifiers::control);
+    EXPECT_FALSE(globalPlay.hotkeyTakesPlayingKey());
+    globalPlay.setGlobalPlayHotkey("a", std::nullopt, {});
+    EXPECT_TRUE(globalPlay.hotkeyTakesPlayingKey());
+    globalPlay.setGlobalPlayHotkey("", keyReturn, {});
+    EXPECT_FALSE(globalPlay.hotkeyTakesPlayingKey());
+}
+
 TEST_F(GlobalPlayTest, namesModifiersByTheirSymbolsWhereKeyboardsDo) {
     GlobalPlay withSymbols(instrument.controller, globalKeyboard, preferences, ModifierNaming::symbols);
     withSymbols.setGlobalPlayHotkey("k", 40, HotkeyModifiers::option | HotkeyModifiers::command);

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QEvent>
 
 #include <memory>
 #include <thread>
@@ -18,6 +19,9 @@ using testing::IsEmpty;
 
 class QtMainActorTest : public testing::Test {
 protected:
+    /// Dropped timers are deleted by the event loop, and no other one follows in this program.
+    void TearDown() override { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
+
     /// Runs the event loop until `finish` is called.
     void runLoop() { QCoreApplication::exec(); }
 

@@ -2,6 +2,7 @@
 #include "PerformanceModel/PerformanceStateCoding.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 #include <rapidcheck/gtest.h>
 
 #include <map>

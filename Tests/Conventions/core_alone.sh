@@ -10,7 +10,7 @@ compiler="$3"
 # From nothing each time: what an earlier run found must not help.
 rm -rf "$scratch"
 cmake -S "$root/Tests/Conventions/CoreAlone" -B "$scratch" -G Ninja --log-level=WARNING \
-    -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_BUILD_TYPE=Debug -DTAVRO_WARNINGS_AS_ERRORS=ON
+    -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_UNITY_BUILD=ON -DTAVRO_WARNINGS_AS_ERRORS=ON
 if grep -i 'qt6' "$scratch/CMakeCache.txt" | grep -v '^CMAKE_DISABLE_FIND_PACKAGE_Qt6'; then
     echo "Configuring the core looked for Qt"
     exit 1

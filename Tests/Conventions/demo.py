@@ -1,5 +1,9 @@
 #!/usr/bin/env python3
-"""demo.py ROOT BUILD SCRATCH: ./run without a display plays the demo and leaves a MIDI file of it."""
+"""./run without a display plays the demo and leaves a MIDI file of it.
+
+demo.py ROOT BUILD SCRATCH        runs it with the programs in BUILD, in the folder SCRATCH
+demo.py --check OUTPUT demo.mid   looks at what a run has printed and left
+"""
 
 import os
 import re
@@ -25,7 +29,10 @@ def main(root, build, scratch):
     lines = result.stdout.splitlines()
     file = Path(scratch).resolve() / "demo.mid"
     assert lines and str(file) in lines[-1], f"the last line does not name {file}: {lines[-1:]}"
+    check(lines, file)
 
+
+def check(lines, file):
     counts = {"note_on": 0, "note_off": 0}
     sounding = set()
     for message in mido.MidiFile(file).tracks[0]:
@@ -46,4 +53,7 @@ def main(root, build, scratch):
 
 
 if __name__ == "__main__":
-    main(*sys.argv[1:])
+    if sys.argv[1] == "--check":
+        check(Path(sys.argv[2]).read_text(encoding="utf-8").splitlines(), sys.argv[3])
+    else:
+        main(*sys.argv[1:])

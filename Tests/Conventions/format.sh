@@ -11,7 +11,7 @@ fi
 cd "$1"
 
 tool="$(command -v clang-format-19 || command -v clang-format)"
-if ! "$tool" --version | grep -q 'version 19\.'; then
+if [[ $("$tool" --version) != *'version 19.'* ]]; then
     echo "$tool is not version 19; others format differently"
     exit 1
 fi

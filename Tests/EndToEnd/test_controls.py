@@ -125,15 +125,22 @@ class AdvancedTest(ControlsTest):
         return [event["bytes"][1] for event in events], steps
 
     def _assert_strummed(self, notes):
-        played, steps = self._play_chord()
-        self.assertEqual(played, notes)
-        self.assertTrue(all(step > HALF_OF_THE_STRUM for step in steps), steps)
+        self._assert_played_once(notes, lambda step: step > HALF_OF_THE_STRUM)
 
     def _assert_struck(self):
-        played, steps = self._play_chord()
-        self.assertEqual(played, C_MAJOR)
         # Each is stamped when it is sent, so the frame can change between one and the next.
-        self.assertTrue(all(0 <= step < HALF_OF_THE_STRUM for step in steps), steps)
+        self._assert_played_once(C_MAJOR, lambda step: 0 <= step < HALF_OF_THE_STRUM)
+
+    def _assert_played_once(self, notes, is_right):
+        """Of several times, for a busy machine may hold up one note; what the steps are not set to never comes."""
+        seen = []
+        for _ in range(20):
+            played, steps = self._play_chord()
+            self.assertEqual(played, notes)
+            if all(is_right(step) for step in steps):
+                return
+            seen.append(steps)
+        self.fail(f"the frames between the notes are {seen}")
 
     def test_split_mode_and_melody_octave(self):
         self.start(TRIADS)

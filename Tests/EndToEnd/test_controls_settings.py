@@ -5,9 +5,10 @@ import pathlib
 import unittest
 
 from harness.controls import ControlsTest
-from harness.places import ACCEPT, FILE_NAME
 from harness.recorder import Recorder
+from harness.sheets import FileDialog
 from harness.waiting import wait_for
+from harness.windows import WindowProperties
 
 SYNTH_INPUT = "in"
 
@@ -48,14 +49,9 @@ class SettingsTest(ControlsTest):
     def _saved_state(self, name):
         # The dialog's places are known in the window as it opens.
         self.surface.toggle_settings()
-        window = self.application.window
-        self.surface.click("save")
         folder = pathlib.Path(self.sandbox.environment["HOME"]) / "Documents" / "TAVRO Presets"
-        wait_for(folder.is_dir, "the folder of the presets")
-        self.display.click(window, *FILE_NAME)
-        self.display.tap("ctrl+a")
-        self.display.type(name)
-        self.display.click(window, *ACCEPT)
+        self.surface.click("save")
+        FileDialog(self.application).save_as(name, has_files=any(folder.glob("*")))
         file = folder / f"{name}.tvp"
         wait_for(file.exists, "the file of the preset")
         return json.loads(file.read_text(encoding="utf-8"))["state"]
@@ -64,18 +60,17 @@ class SettingsTest(ControlsTest):
 class WindowSizesTest(ControlsTest):
     def test_panels_make_room(self):
         self.start()
-        sizes = []
-        for toggle in (
-            self.surface.toggle_advanced,
-            self.surface.toggle_settings,
-            self.surface.toggle_advanced,
-            self.surface.toggle_settings,
+        window = WindowProperties(self.sandbox, self.application.window)
+        for toggle, height in (
+            (self.surface.toggle_advanced, 909),
+            (self.surface.toggle_settings, 1021),
+            (self.surface.toggle_advanced, 917),
+            (self.surface.toggle_settings, 805),
         ):
             toggle()
-            sizes.append(self.display.size(self.application.window))
+            window.wait_for_size((1280, height))
             # The keys and a switch are where they are drawn.
             self._assert_everything_is_in_its_place()
-        self.assertEqual(sizes, [(1280, 909), (1280, 1021), (1280, 917), (1280, 805)])
 
     def test_a_window_of_another_shape_is_not_stretched(self):
         self.start()
@@ -84,6 +79,7 @@ class WindowSizesTest(ControlsTest):
         for size in ((1300, 560), (760, 1000), (1000, 629), (720, 520)):
             with self.subTest(size=size):
                 self.display.resize(self.application.window, *size)
+                self.surface.wait_until_drawn()
                 self._assert_everything_is_in_its_place()
 
     def _assert_everything_is_in_its_place(self):

@@ -1,10 +1,11 @@
 """Another program is in front, and the keys that are typed there play; what it receives is compared."""
 
-import time
 import unittest
 
-from harness.global_play import ON, READY, GlobalPlayTest
+from harness.display import KeyWatch
+from harness.global_play import MANY_REPEATS, ON, READY, GlobalPlayTest
 from harness.keys import HOTKEYS, PLAYING_KEYS
+from harness.waiting import wait_for
 
 # Longer than the server waits before it repeats a key, and more than a few repeats.
 HOLD_SECONDS = 1.5
@@ -82,24 +83,23 @@ class PlayingTest(GlobalPlayTest):
 
     def test_held_key_plays_once(self):
         self.play()
+        self.display.let_keys_repeat()
         self.display.activate(self.terminal.window)
-        self._hold("a")
-        typed = self.forget_typed()
-        self.assertGreater(typed.count(b"a"), 5, "there are no repeats to speak of")
+        self.typist.press("a")
+        wait_for(lambda: self.terminal.received().count(b"a") > 5, "repeats, or the rest would show nothing")
+        self.typist.release("a")
+        self.forget_typed()
 
         self.display.activate(self.application.window)
         self.typist.tap("grave")
         self.application.wait_for_global_play(ON)
         self.show_terminal()
-        for key in ("a", "Shift_L s"):
-            self._hold(*key.split())
+        self.press_space()
+        for keys in (["a"], ["Shift_L", "s"]):
+            self.hold_over_spaces(*keys)
+            self.typist.release(*reversed(keys))
         self.assert_played("a", "s")
-        self.assert_typed(b"")
-
-    def _hold(self, *keys):
-        self.typist.press(*keys)
-        time.sleep(HOLD_SECONDS)
-        self.typist.release(*reversed(keys))
+        self.assert_typed_besides_spaces(b"")
 
 
 class PassingTest(GlobalPlayTest):
@@ -146,22 +146,23 @@ class PassingTest(GlobalPlayTest):
         self.assert_played("a", "s")
         self.assert_typed(b"\t")
         # A key that went down as part of a shortcut plays nothing when it is held on.
+        self.press_space()
         self.typist.press("Control_L", "c")
         self.typist.release("Control_L")
-        time.sleep(HOLD_SECONDS)
+        self.hold_over_spaces()
         self.typist.tap("d")
         self.typist.release("c")
         self.assert_played("d")
-        self.assert_typed(b"\x03")
+        self.assert_typed_besides_spaces(b"\x03")
 
     def test_playing_key_held_into_a_shortcut(self):
         self.play_behind_the_terminal()
-        self.typist.press("a", "Control_L")
-        time.sleep(HOLD_SECONDS)
+        self.press_space()
+        self.hold_over_spaces("a", "Control_L")
         self.typist.tap("c")
         self.typist.release("a", "Control_L")
         self.assert_played("a")
-        self.assert_typed(b"\x03")
+        self.assert_typed_besides_spaces(b"\x03")
 
 
 class HotkeyTest(GlobalPlayTest):
@@ -179,14 +180,18 @@ class HotkeyTest(GlobalPlayTest):
 
     def test_held_hotkey_toggles_once(self):
         self.play_behind_the_terminal()
-        self.typist.press("grave")
-        time.sleep(HOLD_SECONDS)
-        self.typist.release("grave")
+        self.typist.tap("grave")
         self.application.wait_for_global_play(READY)
-        self.typist.tap("a")
-        self.assert_typed(b"a")
-        self.assertEqual(self.application.global_play_texts().count(READY), 2)
-        self.assert_played()
+        texts = len(self.application.global_play_texts())
+        self.display.let_keys_repeat()
+        self.typist.press("grave")
+        # Keys that play do not repeat, so the hotkey goes on repeating.
+        self.play_for(HOLD_SECONDS, "a")
+        self.typist.release("grave")
+        self.typist.tap("s")
+        self.assert_played("s")
+        self.assert_typed(b"")
+        self.assertEqual(self.application.global_play_texts()[texts:], [ON])
 
     def test_hotkey_with_modifiers(self):
         self.play_behind_the_terminal()
@@ -290,15 +295,27 @@ class WindowTest(GlobalPlayTest):
     def test_key_that_repeats_in_the_own_window_goes_silent_in_the_terminal(self):
         self.play_behind_the_terminal()
         self.show_application()
+        watch = KeyWatch(self.sandbox, self.display, self.application.window)
+        before = watch.presses()
+        self.display.let_keys_repeat()
         self.typist.press("s", "a")
-        time.sleep(HOLD_SECONDS)
+        wait_for(lambda: watch.presses() > before + MANY_REPEATS, "repeats in the own window")
+        self.assert_played(on="sa")
         self.show_terminal()
         # The toolkit tells of the change a tenth of a second late; until then keys are typed.
-        self.forget_typed()
-        time.sleep(HOLD_SECONDS)
+        wait_for(self._is_silent_for_a_while, "the end of the repeats in the terminal")
         self.typist.release("a", "s")
-        self.assert_played(on="sa", off="as")
+        self.assert_played(off="as")
+        self.forget_typed()
+        self.typist.tap("a")
+        self.assert_played("a")
         self.assert_typed(b"")
+
+    def _is_silent_for_a_while(self):
+        typed = self.terminal.received()
+        # A key that plays does not repeat itself and leaves the repeats of another one alone.
+        self.play_for(HOLD_SECONDS, "d")
+        return self.terminal.received() == typed
 
     def test_keys_held_across_many_changes_of_window(self):
         self.play_behind_the_terminal()

@@ -17,11 +17,13 @@ class EndTest(GlobalPlayTest):
         self.wait_until_released()
         self.typist.tap("a", "Shift_L s", "Control_L d", "grave", "1")
         self.assert_typed(b"aS\x04`1")
+        self.display.let_keys_repeat()
         for key in "af":
             self.typist.press(key)
             wait_for(lambda: self.terminal.received().startswith(5 * key.encode()), f"repeats of {key}")
             self.typist.release(key)
             self.forget_typed()
+        self.display.keep_keys_from_repeating()
 
     def assert_no_guard_is_left(self):
         wait_for(lambda: not processes(GUARD, self.sandbox), "the end of the guard")

@@ -3,7 +3,7 @@
 import unittest
 
 from harness.adapter_probe import ConnectionProbe, Probe
-from harness.jack_server import LONG_PERIOD, JackServer
+from harness.jack_server import JackServer
 from harness.recorder import SOURCE, Recorder
 from harness.testcase import EndToEndTest
 from harness.waiting import wait_for
@@ -16,7 +16,7 @@ ACTIVE = "Virtueller Ausgang aktiv"
 class JackReturnTest(EndToEndTest):
     def setUp(self):
         super().setUp()
-        self.server = JackServer(self.sandbox, LONG_PERIOD)
+        self.server = JackServer(self.sandbox)
 
     def _probe(self):
         probe = ConnectionProbe(self.sandbox)

@@ -4,7 +4,7 @@ import json
 import signal
 import unittest
 
-from harness.jack_server import LONG_PERIOD, JackServer, is_server_there, isolate_from_servers
+from harness.jack_server import JackServer, is_server_there, isolate_from_servers
 from harness.recorder import Recorder
 from harness.sandbox import built_program
 from harness.testcase import EndToEndTest
@@ -76,7 +76,7 @@ def printed_messages(program):
 class LivePlayerTest(PlayerTest):
     def setUp(self):
         super().setUp()
-        self.server = JackServer(self.sandbox, LONG_PERIOD)
+        self.server = JackServer(self.sandbox)
 
     def synth(self, name, pretty=None):
         return Recorder(self.sandbox, sources=(), inputs=("in",), name=name, pretty=pretty)

@@ -6,9 +6,6 @@ from harness.display import KeyWatch
 from harness.stage import StageTest
 from harness.windows import WindowProperties
 
-# In the window as it opens, from its right edge.
-MENU_BUTTON = (-92, 36)
-
 
 class MenuTest(StageTest):
     def setUp(self):
@@ -35,7 +32,7 @@ class MenuTest(StageTest):
         self.display.tap("ctrl+alt+h")
         self.other.wait_until_iconic()
         self.assertFalse(self.window.is_iconic())
-        self.display.click(self.application.window, *MENU_BUTTON)
+        self.application.surface.click("menu")
         # The fourth entry shows all.
         self.display.tap("Down", "Down", "Down", "Down", "Return")
         self.other.wait_until_iconic(False)
@@ -49,7 +46,7 @@ class MenuTest(StageTest):
 
     def _plays_when_it_is_back(self):
         self.display.activate(self.application.window)
-        self.assertFalse(self.window.is_iconic())
+        self.window.wait_until_iconic(False)
         self.display.tap("a")
         self.assert_notes([("on", 60), ("off", 60)])
 

@@ -5,7 +5,7 @@ import json
 import pathlib
 import unittest
 
-from harness.places import ACCEPT, FILE_NAME, FIRST_FILE
+from harness.sheets import Alert, FileDialog
 from harness.stage import StageTest
 from harness.waiting import wait_for
 
@@ -17,11 +17,8 @@ class PresetsTest(StageTest):
     def test_a_saved_preset_is_a_file_and_is_there_after_a_restart(self):
         self.play(MAJOR_TRIADS)
         self.application.surface.click("save")
-        folder = self._preset_folder()
-        wait_for(folder.is_dir, "the folder of the presets")
-        self._type_file_name("Warm pads")
-        self._click(ACCEPT)
-        file = folder / "Warm pads.tvp"
+        FileDialog(self.application).save_as("Warm pads", has_files=False)
+        file = self._preset_folder() / "Warm pads.tvp"
         wait_for(file.exists, "the file of the preset")
         saved = json.loads(file.read_text(encoding="utf-8"))
         self.assertEqual(saved["name"], "Warm pads")
@@ -42,8 +39,7 @@ class PresetsTest(StageTest):
         (folder / "Another kind.txt").write_text("not for presets")
         self.play()
         self.application.surface.click("load")
-        # Until the list has come there is nothing to click on; the keys show when it was loaded.
-        wait_for(lambda: self._try_to_load(), "the preset to be loaded")
+        FileDialog(self.application).load_first()
         before = len(self.recorder.messages())
         self.display.press("a")
         self._assert_new_notes(before, C_MAJOR)
@@ -54,14 +50,18 @@ class PresetsTest(StageTest):
         self.play(files=[file])
         self.display.press("a")
         self.assert_notes(C_MAJOR)
-        self.assertIn("Triads", self._settings())
+        wait_for(lambda: "Triads" in self._settings(), "the preset among the settings")
 
     def test_a_broken_file_is_an_alert_and_changes_nothing(self):
         file = self.sandbox.folder / "Broken.tvp"
         file.write_text('{"id": ')
         self.play(files=[file])
-        # The alert has the keys until it is read.
-        self.display.tap("a", "Return", "s")
+        alert = Alert(self.application)
+        alert.wait_until_shown()
+        # It has the keys until it is read.
+        self.display.tap("a")
+        alert.read()
+        self.display.tap("s")
         self.assert_notes([("on", 61), ("off", 61)])
         self.assertNotIn("CustomPresets", self._settings())
 
@@ -70,19 +70,6 @@ class PresetsTest(StageTest):
 
     def _settings(self):
         return self.sandbox.settings_file().read_text(encoding="utf-8")
-
-    def _click(self, place):
-        self.display.click(self.application.window, *place)
-
-    def _type_file_name(self, name):
-        self._click(FILE_NAME)
-        self.display.tap("ctrl+a")
-        self.display.type(name)
-
-    def _try_to_load(self):
-        self._click(FIRST_FILE)
-        self._click(ACCEPT)
-        return "SelectedPresetID" in self._settings()
 
     def _assert_new_notes(self, before, expected):
         messages = wait_for(

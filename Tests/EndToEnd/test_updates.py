@@ -10,7 +10,7 @@ import unittest
 
 from harness.application import Application
 from harness.display import Display
-from harness.jack_server import LONG_PERIOD, JackServer
+from harness.jack_server import JackServer
 from harness.recorder import Recorder
 from harness.sandbox import built_program, tool
 from harness.signed_package import SignedPackages
@@ -133,8 +133,16 @@ class UpdatesTest(EndToEndTest):
         self.assertEqual(self._everything_downloaded(), [])
         self.assertFalse(self.record.exists())
 
+    def test_closing_the_main_window_ends_the_program_with_the_offer_open(self):
+        self._offer()
+        self._start()
+        self._wait_for_offer()
+        self.display.activate(self.application.window)
+        self.display.tap("alt+F4")
+        self.assertEqual(self.application.program.wait_for_end(), 0)
+
     def test_a_download_that_stalls_leaves_the_keys_to_play(self):
-        JackServer(self.sandbox, LONG_PERIOD)
+        JackServer(self.sandbox)
         recorder = Recorder(self.sandbox)
         self._offer()
         self.feed.stall("/tavro.deb", 100)
@@ -185,7 +193,7 @@ class UpdatesTest(EndToEndTest):
         nobody.mkdir()
         self._start(authorities=nobody)
         self._check_manually()
-        wait_for(lambda: self._alerts() == 1, "the alert")
+        wait_for(lambda: len(self._alerts()) == 1, "the alert")
         self.assertEqual(self.feed.requests, [])
         self.assertEqual(self.display.windows(UPDATE_WINDOW), [])
 
@@ -195,17 +203,18 @@ class UpdatesTest(EndToEndTest):
         wait_for(lambda: self._asked_for("/latest.json"), "the automatic check")
         # An answer over loopback is there long before the menu has been opened.
         self.application.surface.click("menu")
-        self.assertEqual(self._alerts(), 0)
+        self.assertEqual(self._alerts(), [])
         self.display.tap("Escape")
         self._check_manually()
         wait_for(lambda: self._asked_for("/latest.json") == 2, "the second check")
-        wait_for(lambda: self._alerts() == 1, "the alert")
+        wait_for(lambda: len(self._alerts()) == 1, "the alert")
+        self.display.wait_for_focus(self._alerts()[0])
         self.display.tap("Return")
-        wait_for(lambda: self._alerts() == 0, "the alert to be closed")
+        wait_for(lambda: not self._alerts(), "the alert to be closed")
         self.assertTrue(self.application.program.is_running())
 
     def _alerts(self):
-        return len(self.display.windows("TAVRO")) - 1
+        return [window for window in self.display.windows("TAVRO") if window != self.application.window]
 
 
 if __name__ == "__main__":

@@ -19,8 +19,8 @@ class WindowTest(StageTest):
     def test_starts_at_its_size_in_the_middle_with_its_limits_and_its_icon(self):
         self.play()
         window = self._window()
+        window.wait_for_size((1280, 805))
         left, top, width, height = window.geometry()
-        self.assertEqual((width, height), (1280, 805))
         self.assertAlmostEqual(left + width / 2, self.SCREEN[0] / 2, delta=3)
         self.assertAlmostEqual(top + height / 2, self.SCREEN[1] / 2, delta=20)
         window.wait_for_limits(*LIMITS[805])
@@ -31,9 +31,7 @@ class WindowTest(StageTest):
         window = self._window()
         window.wait_for_limits(*LIMITS[805])
         self._resize(960, 605)
-        wait_for(lambda: window.size()[0] < 1280, "a smaller window")
-        width, height = window.size()
-        self.assertAlmostEqual(width / height, 1280 / 805, delta=0.01)
+        wait_for(lambda: window.size()[0] < 1280 and self._has_its_shape(window), "a smaller window of its shape")
         self._resize(300, 200)
         wait_for(lambda: window.size()[0] < 960, "the smallest window")
         self.assertGreaterEqual(window.size()[0], 720)
@@ -57,6 +55,11 @@ class WindowTest(StageTest):
         self.play()
         self.assertFalse(self._window().is_iconic())
 
+    @staticmethod
+    def _has_its_shape(window):
+        width, height = window.size()
+        return abs(width / height - 1280 / 805) <= 0.01
+
     def _window(self):
         return WindowProperties(self.sandbox, self.application.window)
 
@@ -73,12 +76,10 @@ class PanelTest(StageTest):
         window = WindowProperties(self.sandbox, self.application.window)
         before = window.geometry()
         self.application.surface.toggle_advanced()
-        window.wait_for_size((1280, 909))
-        self.assertEqual(window.geometry()[:2], before[:2])
+        wait_for(lambda: window.geometry() == (*before[:2], 1280, 909), lambda: f"room below; it is {window.geometry()}")
         window.wait_for_limits(*LIMITS[909])
         self.application.surface.toggle_advanced()
-        window.wait_for_size((1280, 805))
-        self.assertEqual(window.geometry(), before)
+        wait_for(lambda: window.geometry() == before, lambda: f"{before} again; it is {window.geometry()}")
         window.wait_for_limits(*LIMITS[805])
 
 

@@ -99,6 +99,7 @@ class SwallowingTest(TapTest):
         self.assertEqual(len(probe.events("down")), 3)
 
     def test_held_key_is_one_press(self):
+        self.display.let_keys_repeat()
         # That keys do repeat here, or the rest would show nothing.
         self.display.press("a")
         wait_for(lambda: self.terminal.received().startswith(b"aaaaa"), "repeats")
@@ -125,6 +126,7 @@ class SwallowingTest(TapTest):
 
     def test_repeats_that_come_all_the_same_are_told_as_such(self):
         probe = self.start(play=0, hotkey=HOTKEY)
+        self.display.let_keys_repeat()
         self.display.press("F9")
         wait_for(lambda: len(probe.events("down")) > 3, "repeats of the hotkey")
         self.display.release("F9")
@@ -147,6 +149,10 @@ class MappingTest(TapTest):
         probe = self.start(play=1)
         for layout, typed in (("fr", b"*"), ("de", b"#"), ("us", b"\\")):
             self.do("setxkbmap", "-layout", layout)
+            # Where the modifiers move, the tap lets all keys go and takes them anew; the server tells of a new
+            # layout up to three times.
+            for _ in range(4):
+                probe.set()
             # The server's numbers of the places of A and Q, and of one that is not played.
             self.display.tap("38", "24", "51")
             self.terminal.wait_for(typed)

@@ -16,9 +16,11 @@ class EndTest(TapTest):
         self.wait_for_repeats_as_before()
         self.display.tap("a", "shift+s", "d")
         self.terminal.wait_for(b"aSd")
+        self.display.let_keys_repeat()
         self.display.press("a")
         wait_for(lambda: self.terminal.received().startswith(b"aaa"), "repeats")
         self.display.release("a")
+        self.display.keep_keys_from_repeating()
 
     def test_emergency_exit(self):
         for last in ("Escape", "Shift_R"):

@@ -6,6 +6,9 @@ import unittest
 from harness.keyboard_tap import KEY_CODES
 from harness.tap_stage import HOTKEY, TapTest
 from harness.waiting import wait_for
+from seeds import seed
+
+SEED = 4711
 
 
 class StressTest(TapTest):
@@ -16,7 +19,7 @@ class StressTest(TapTest):
 
     def setUp(self):
         super().setUp()
-        self.random = random.Random(4711)
+        self.random = random.Random(seed(SEED))
         self.lines = []
         self.typed = b""
         self.downs = []

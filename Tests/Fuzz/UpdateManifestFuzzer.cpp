@@ -3,6 +3,8 @@
 #include "Require.h"
 #include "Updates/UpdateManifest.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>

@@ -8,6 +8,9 @@
 #   for fuzzer in build/fuzz/bin/fuzz_*; do
 #       Tests/Fuzz/fuzz.sh "$fuzzer" "build/fuzz/long/${fuzzer##*_}" -max_total_time=3600
 #   done
+#
+# TAVRO_FUZZ_SECONDS: so long instead of what the options say. TAVRO_RANDOM_SEED: "fresh" for other inputs each time,
+# or the number of the run to repeat.
 set -euo pipefail
 
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
@@ -30,4 +33,15 @@ fi
 # From the corpus alone each time, so that a run can be repeated.
 rm -rf "$scratch"
 mkdir -p "$scratch/found"
+# The last of several options of one name counts.
+if [[ -n ${TAVRO_FUZZ_SECONDS:-} ]]; then
+    set -- "$@" -runs=-1 "-max_total_time=$TAVRO_FUZZ_SECONDS"
+fi
+if [[ ${TAVRO_RANDOM_SEED:-} == fresh ]]; then
+    TAVRO_RANDOM_SEED="$((RANDOM * 32768 + RANDOM + 1))"
+fi
+if [[ -n ${TAVRO_RANDOM_SEED:-} ]]; then
+    echo "Random inputs: TAVRO_RANDOM_SEED=$TAVRO_RANDOM_SEED"
+    set -- "$@" "-seed=$TAVRO_RANDOM_SEED"
+fi
 exec "$program" "${options[@]}" "$@" "$scratch/found" "$corpus"

@@ -6,6 +6,7 @@ import sys
 import unittest
 
 from kernel import Kernel
+from seeds import VARIABLE, seed
 
 
 def proof():
@@ -20,7 +21,10 @@ def run_inside():
     cache = os.environ.get("TAVRO_KERNEL_CACHE")
     if not cache:
         raise AssertionError("the environment variable TAVRO_KERNEL_CACHE is not set; ctest sets it")
-    return Kernel(cache).run(f'"{proof()}"\necho end', timeout=280).output.splitlines()
+    # The program has fixed seeds of its own.
+    chosen = seed(None)
+    environment = "" if chosen is None else f"{VARIABLE}={chosen} "
+    return Kernel(cache).run(f'{environment}"{proof()}"\necho end', timeout=280).output.splitlines()
 
 
 class EvdevCheck(unittest.TestCase):

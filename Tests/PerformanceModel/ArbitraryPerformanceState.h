@@ -4,6 +4,8 @@
 #include "PerformanceModel/PerformanceStateCoding.h"
 #include "PerformanceModel/ScaleEngine.h"
 
+#include <nlohmann/json.hpp>
+
 #include <rapidcheck.h>
 
 #include <cstdint>

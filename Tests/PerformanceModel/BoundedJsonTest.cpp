@@ -1,6 +1,7 @@
 #include "PerformanceModel/BoundedJson.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <string>
 

@@ -2,6 +2,8 @@
 
 #include "PerformanceModel/ArbitraryPerformanceState.h"
 
+#include <nlohmann/json.hpp>
+
 #include <gtest/gtest.h>
 
 #include <functional>

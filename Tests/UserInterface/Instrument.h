@@ -18,6 +18,7 @@
 #include "UserInterface/MainWindowLoader.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -49,6 +50,7 @@ public:
                 .presets = presets,
                 .launchAtLogin = launchAtLogin,
                 .translator = translator,
+                .pressedKeys = pressedKeys,
                 .defaults = defaults,
                 .mainActor = actor,
                 .keyboardAccess = KeyboardAccess::displayOrInputDevices,
@@ -61,7 +63,8 @@ public:
     MidiOutputManager midi{system, actor};
     PerformanceController controller;
     headless::KeyboardTapAdapter tap;
-    GlobalKeyboardController globalKeyboard{tap, actor};
+    std::shared_ptr<PressedKeys> pressedKeys = std::make_shared<PressedKeys>();
+    GlobalKeyboardController globalKeyboard{tap, actor, pressedKeys};
     headless::UserDefaultsAdapter defaults;
     headless::BootClockAdapter bootClock;
     Preferences preferences{defaults, bootClock};

@@ -3,6 +3,8 @@
 #include "PerformanceModel/PerformanceStateCoding.h"
 #include "UserInterface/Instrument.h"
 
+#include <nlohmann/json.hpp>
+
 #include <QMetaProperty>
 
 #include <gtest/gtest.h>

@@ -45,6 +45,7 @@ std::optional<KeyEvent> KeyEventTranslatorAdapter::translate(const QKeyEvent& ev
         .characterIgnoringModifiers = TypedKey::character(event),
         .modifiers = modifiersOf(event),
         .isAutorepeat = event.isAutoRepeat(),
+        .time = static_cast<std::uint32_t>(event.timestamp()),
     };
 }
 

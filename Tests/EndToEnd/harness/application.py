@@ -17,9 +17,11 @@ class Application:
         if state is not None:
             arguments += ["--state", json.dumps(state)]
         self.program = sandbox.start("tavro", arguments)
+        self.display = display
         self.window = display.wait_for_window(TITLE)
         display.activate(self.window)
         self.surface = Surface(display, self.window)
+        self.surface.wait_until_drawn()
 
     def status_texts(self):
         return [line.removeprefix(STATUS) for line in self.program.lines if line.startswith(STATUS)]

@@ -1,6 +1,7 @@
 import os
 
 from .sandbox import tool
+from .screen import Screen
 from .waiting import wait_for
 
 # Only what the tests use: the bindings of a user or of a distribution could swallow a key or a click.
@@ -13,15 +14,21 @@ WINDOW_MANAGER_SETTINGS = """<?xml version="1.0" encoding="UTF-8"?>
 </openbox_config>
 """
 
+# In milliseconds; no key is held for so long.
+LONGEST_REPEAT_DELAY = 60_000
+
 
 class Display:
     """An X server of its own with a window manager, a keyboard with the us layout, and its windows."""
 
-    def __init__(self, sandbox, size=(1400, 1000)):
+    def __init__(self, sandbox, size=(1400, 1000), screens=1):
         self._sandbox = sandbox
+        self._screen = None
         reading, writing = os.pipe()
-        screen = ["-screen", "0", f"{size[0]}x{size[1]}x24", "-nolisten", "tcp", "-noreset"]
-        sandbox.start("Xvfb", [tool("Xvfb"), "-displayfd", writing, *screen], pass_fds=(writing,))
+        shape = f"{size[0]}x{size[1]}x24"
+        screen = [word for number in range(screens) for word in ("-screen", number, shape)]
+        others = ["-nolisten", "tcp", "-noreset"]
+        sandbox.start("Xvfb", [tool("Xvfb"), "-displayfd", writing, *screen, *others], pass_fds=(writing,))
         os.close(writing)
         with os.fdopen(reading) as answer:
             number = answer.readline().strip()
@@ -33,6 +40,28 @@ class Display:
         self._manager = sandbox.start("openbox", [tool("openbox"), "--sm-disable", "--config-file", settings])
         check = [tool("xprop"), "-root", "_NET_SUPPORTING_WM_CHECK"]
         wait_for(lambda: "window id" in sandbox.run(*check).stdout, "the window manager")
+        self.keep_keys_from_repeating()
+
+    def keep_keys_from_repeating(self):
+        """As at the beginning: what a held key types would depend on how long the machine lets it be held."""
+        self._set_repeats(LONGEST_REPEAT_DELAY, 1)
+
+    def let_keys_repeat(self):
+        """As keyboards do."""
+        self._set_repeats(660, 25)
+
+    def _set_repeats(self, delay, rate):
+        done = self._sandbox.run(tool("xset"), "r", "rate", delay, rate)
+        if done.returncode != 0:
+            raise AssertionError(f"xset: {done.stderr}")
+
+    @property
+    def screen(self):
+        """What is to be seen on it."""
+        if self._screen is None:
+            self._screen = Screen(self._sandbox)
+            self._sandbox.at_close(self._screen.close)
+        return self._screen
 
     def end_window_manager(self):
         """From here on windows have the size that is asked for, and the keys go to none."""

@@ -1,3 +1,5 @@
+import time
+
 from .application import Application
 from .keyboard_tap import repeating_keys
 from .keys import PLAYING_KEYS
@@ -6,6 +8,7 @@ from .terminal import Terminal
 from .waiting import wait_for
 from .x_client import Typist
 
+MANY_REPEATS = 20
 ON, READY, OFF = "Global Play on", "Global Play ready", "Global Play off"
 
 
@@ -52,6 +55,37 @@ class GlobalPlayTest(StageTest):
             lambda: repeating_keys(self.sandbox) == self.repeats_before,
             lambda: f"the repeats {self.repeats_before}; they are {repeating_keys(self.sandbox)}",
         )
+
+    def hold_over_spaces(self, *keys):
+        """Presses keys that do not repeat and waits for as long as many repeats take:
+        the key that was pressed last is the one that repeats, if it does at all, so that the space, which is held
+        already and repeats into the terminal, goes on."""
+        self.typist.press(*keys)
+        before = self._spaces()
+        wait_for(lambda: self._spaces() > before + MANY_REPEATS, "the space to go on repeating")
+
+    def _spaces(self):
+        # With Control it types a zero.
+        received = self.terminal.received()
+        return received.count(b" ") + received.count(b"\0")
+
+    def press_space(self):
+        """Holds the space until it repeats."""
+        self.display.let_keys_repeat()
+        self.typist.press("space")
+        wait_for(lambda: self._spaces() > 1, "repeats of the space")
+
+    def assert_typed_besides_spaces(self, wanted):
+        """Lets the space go, and compares what the terminal has received else since the last time."""
+        self.typist.release("space")
+        self.assertEqual(self.forget_typed().replace(b" ", b"").replace(b"\0", b""), wanted + b"\r")
+
+    def play_for(self, seconds, key):
+        """Plays a key over and over: what was due in that time has been done before the last one sounds."""
+        end = time.monotonic() + seconds
+        while time.monotonic() < end:
+            self.typist.tap(key)
+            self.assert_played(key)
 
     def assert_played(self, *taps, on="", off=""):
         """Waits for the notes of the taps, or of the presses, then the releases, and compares all so far."""

@@ -84,10 +84,9 @@ BELOW |= {
     for column, key in enumerate(keys)
 }
 
-# In the file dialogs, which stand in the middle of the window, in a window as it opens.
-FILE_NAME = (580, 546)
-ACCEPT = (787, 579)
-FIRST_FILE = (440, 307)
+# Down the first key, beside its letters: above it, in it at both ends, and below it.
+FIRST_KEY_X = 122
+FIRST_KEY_YS = (428, 440, 490, 501)
 
 
 class Layout(NamedTuple):
@@ -107,6 +106,10 @@ class Layout(NamedTuple):
             return ABOVE[name]
         x, y = BELOW[name]
         return x, y + ADVANCED * self.advanced
+
+    def first_key(self):
+        """Points on the surface: above the first key, in it near both ends, and below it."""
+        return [(FIRST_KEY_X, y + ADVANCED * self.advanced) for y in FIRST_KEY_YS]
 
     def in_window(self, place, size):
         """The same place in a window of this size: the surface stands in its middle, as large as it can be."""

@@ -28,6 +28,9 @@ class Program:
         self.after_end = lambda: None
         self._log_path = log_path
         self._lines = []
+        # Of the lines so far; each is read as JSON once.
+        self._objects = []
+        self._read_as_objects = 0
         with open(log_path, "wb") as log:
             self.process = subprocess.Popen(
                 [str(argument) for argument in arguments],
@@ -56,7 +59,11 @@ class Program:
 
     @property
     def objects(self):
-        return [json.loads(line) for line in self._lines if line.startswith("{")]
+        """The lines that are JSON objects, read; not to be changed."""
+        lines = self._lines[self._read_as_objects :]
+        self._read_as_objects += len(lines)
+        self._objects += [json.loads(line) for line in lines if line.startswith("{")]
+        return self._objects
 
     def is_running(self):
         return self.process.poll() is None
@@ -66,17 +73,21 @@ class Program:
         self.process.stdin.flush()
 
     def wait_for_line(self, condition, what):
+        return self._wait_for(lambda: [line for line in self.lines if condition(line)], what)
+
+    def wait_for_object(self, condition, what):
+        return self._wait_for(lambda: [line for line in self.objects if condition(line)], what)
+
+    def _wait_for(self, find, what):
         def look():
-            found = [line for line in self.lines if condition(line)]
-            if not found and not self.is_running() and not self._reader.is_alive():
+            # Asked first: what it wrote before its end has been read then.
+            has_ended = not self.is_running() and not self._reader.is_alive()
+            found = find()
+            if not found and has_ended:
                 raise AssertionError(f"{self.name} ended with {self.process.returncode} before {what}")
             return found
 
         return wait_for(look, f"{what} from {self.name}")[0]
-
-    def wait_for_object(self, condition, what):
-        line = self.wait_for_line(lambda text: text.startswith("{") and condition(json.loads(text)), what)
-        return json.loads(line)
 
     def wait_for_end(self):
         """The exit status, once the program has ended by itself and its whole output was read."""
@@ -90,10 +101,10 @@ class Program:
             self.before_end()
         if self.ends_with_input:
             self.process.stdin.close()
-            self._wait(5)
+            self._wait(30)
         if self.is_running():
             self.process.terminate()
-            self._wait(15)
+            self._wait(30)
         if self.is_running():
             self.process.kill()
             self.process.wait()

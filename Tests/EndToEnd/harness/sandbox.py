@@ -19,7 +19,10 @@ PACKAGES = {
     "openbox": "openbox",
     "openssl": "openssl",
     "xdotool": "xdotool",
+    "setpriv": "util-linux",
     "setsid": "util-linux",
+    "sway": "sway",
+    "swaymsg": "sway",
     "unshare": "util-linux",
     "setxkbmap": "x11-xkb-utils",
     "xev": "x11-utils",
@@ -56,6 +59,7 @@ class Sandbox:
     def __init__(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="tavro-e2e-"))
         self._programs = []
+        self._at_close = []
         self.environment = {
             name: value for name, value in os.environ.items() if name.startswith(HANDED_ON)
         } | {
@@ -106,14 +110,20 @@ class Sandbox:
                 stdin=subprocess.DEVNULL,
                 capture_output=True,
                 text=True,
-                timeout=10,
+                timeout=30,
                 check=False,
             )
         except subprocess.TimeoutExpired:
             return subprocess.CompletedProcess(command, 1, "", f"{command[0]} did not end by itself")
 
+    def at_close(self, action):
+        """Has something done before the programs are ended."""
+        self._at_close.append(action)
+
     def close(self):
         """Ends what still runs, the last started first, and removes the folders. Returns all logs."""
+        for action in reversed(self._at_close):
+            action()
         for program in reversed(self._programs):
             program.end()
         logs = "\n".join(program.log() for program in self._programs)

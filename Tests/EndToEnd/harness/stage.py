@@ -1,6 +1,6 @@
 from .application import Application
 from .display import Display
-from .jack_server import LONG_PERIOD, JackServer
+from .jack_server import JackServer
 from .recorder import Recorder
 from .testcase import EndToEndTest
 
@@ -14,11 +14,12 @@ class StageTest(EndToEndTest):
     """The program in front on a display, with a server and somebody who listens."""
 
     SCREEN = (1400, 1000)
+    SCREENS = 1
 
     def setUp(self):
         super().setUp()
-        self.server = JackServer(self.sandbox, LONG_PERIOD)
-        self.display = Display(self.sandbox, self.SCREEN)
+        self.server = JackServer(self.sandbox)
+        self.display = Display(self.sandbox, self.SCREEN, self.SCREENS)
         self.recorder = Recorder(self.sandbox)
 
     def play(self, state=None, files=()):

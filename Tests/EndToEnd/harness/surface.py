@@ -23,6 +23,25 @@ class Surface:
     def place_at(self, place):
         return self._layout.in_window(place, self._display.size(self._window))
 
+    def wait_until_drawn(self):
+        """Waits until the window shows everything where it belongs. Before, a click may meet something else."""
+        wait_for(self._is_drawn, lambda: f"the surface to be drawn in a window of {self._display.size(self._window)}")
+
+    def _is_drawn(self):
+        above, top, bottom, below = (self._colour(place) for place in self._layout.first_key())
+        if None in (above, top) or not above == below != top == bottom:
+            return False
+        # Of the panel that opens below everything else, one of the switches.
+        return not self._layout.settings or self._has_drawing("Global Play")
+
+    def _colour(self, place):
+        return self._display.screen.colour(self._window, *self.place_at(place))
+
+    def _has_drawing(self, name, size=24):
+        x, y = self.place(name)
+        part = (x - size // 2, y - size // 2, size, size)
+        return len(set(self._display.screen.colours(self._window, *part))) > 1
+
     def click(self, name, *modifiers):
         self._click_at(self.place(name), LEFT_BUTTON, modifiers=modifiers)
 
@@ -88,6 +107,7 @@ class Surface:
         self.click(title)
         wait_for(lambda: self._display.size(self._window) != before, "the window to be fitted")
         self._layout = layout
+        self.wait_until_drawn()
 
     def _slider_place(self, name, value):
         slider = SLIDERS[name]

@@ -1,6 +1,8 @@
 import ctypes
+import time
 
 from .keys import CODES
+from .waiting import wait_for
 
 _KEY_PRESS = 2
 
@@ -33,6 +35,23 @@ class _Event(ctypes.Union):
 _ErrorHandler = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)
 
 
+class ErrorsIgnored:
+    """Collects what the server refuses meanwhile. The library's own handler would end the test's process."""
+
+    def __init__(self, library):
+        self._x = library
+        self._x.XSetErrorHandler.restype = ctypes.c_void_p
+        self.errors = []
+        self._handler = _ErrorHandler(lambda display, error: self.errors.append(error) or 0)
+
+    def __enter__(self):
+        self._before = ctypes.c_void_p(self._x.XSetErrorHandler(self._handler))
+        return self
+
+    def __exit__(self, *_):
+        self._x.XSetErrorHandler(self._before)
+
+
 class XClient:
     """A connection of the test's own to the X server: for the server, one more program."""
 
@@ -59,11 +78,32 @@ class Typist(XClient):
     def __init__(self, sandbox):
         super().__init__(sandbox)
         self._test = _library("libXtst.so.6")
+        # The keys that were let go, and when the server had certainly done it, once that is known.
+        self._released = {}
 
     def send(self, key, is_press):
-        """One event, without waiting."""
+        """One event, without waiting, except where a key goes down that has only just gone up. Toolkits take a
+        release and a press of the same millisecond for a repeat, and no keyboard is so quick."""
+        if is_press:
+            self._wait_for_next_millisecond(key)
+        else:
+            self._released[key] = None
         self._test.XTestFakeKeyEvent(self._display, CODES[key], int(is_press), ctypes.c_ulong(0))
         self._x.XFlush(self._display)
+
+    def synchronize(self):
+        super().synchronize()
+        now = time.monotonic()
+        self._released = {key: now if when is None else when for key, when in self._released.items()}
+
+    def _wait_for_next_millisecond(self, key):
+        if key not in self._released:
+            return
+        if self._released[key] is None:
+            self.synchronize()
+        while time.monotonic() < self._released[key] + 0.002:
+            time.sleep(0.0005)
+        del self._released[key]
 
     def press(self, *keys):
         for key in keys:
@@ -94,17 +134,12 @@ class KeyHolder(XClient):
     _ASYNCHRONOUS = 1
 
     def hold(self, *keys, modifiers=ANY_MODIFIER):
-        # The library's own handler would end the test's process.
-        refused = []
-        handler = _ErrorHandler(lambda display, error: refused.append(error) or 0)
-        self._x.XSetErrorHandler.restype = ctypes.c_void_p
-        before = ctypes.c_void_p(self._x.XSetErrorHandler(handler))
-        for key in keys:
-            how = (0, self._ASYNCHRONOUS, self._ASYNCHRONOUS)
-            self._x.XGrabKey(self._display, CODES[key], modifiers, self.root, *how)
-        self.synchronize()
-        self._x.XSetErrorHandler(before)
-        if refused:
+        with ErrorsIgnored(self._x) as refused:
+            for key in keys:
+                how = (0, self._ASYNCHRONOUS, self._ASYNCHRONOUS)
+                self._x.XGrabKey(self._display, CODES[key], modifiers, self.root, *how)
+            self.synchronize()
+        if refused.errors:
             raise AssertionError(f"the server refused to reserve {keys}")
 
     def let_go(self, *keys, modifiers=ANY_MODIFIER):
@@ -117,6 +152,14 @@ class KeyHolder(XClient):
         how = (0, self._ASYNCHRONOUS, self._ASYNCHRONOUS, ctypes.c_ulong(0))
         if self._x.XGrabKeyboard(self._display, self.root, *how) != 0:
             raise AssertionError("the server refused the keyboard")
+
+    def hold_all_soon(self):
+        """The same, as soon as no other program has it."""
+        how = (0, self._ASYNCHRONOUS, self._ASYNCHRONOUS, ctypes.c_ulong(0))
+        wait_for(
+            lambda: self._x.XGrabKeyboard(self._display, self.root, *how) == 0,
+            "the keyboard to be given to the other program",
+        )
 
     def let_all_go(self):
         self._x.XUngrabKeyboard(self._display, ctypes.c_ulong(0))

@@ -47,7 +47,7 @@ void expectEqual(const std::vector<std::string>& actual, const std::vector<std::
 }
 
 void waitFor(const std::function<bool()>& condition, const std::string& words) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(15);
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
     while (!condition()) {
         expect(std::chrono::steady_clock::now() < deadline, "waited in vain for " + words);
     }

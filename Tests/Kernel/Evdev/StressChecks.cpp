@@ -1,6 +1,7 @@
 #include "Check.h"
 #include "Expectations.h"
 #include "RandomTyping.h"
+#include "Seeds.h"
 #include "Stage.h"
 
 #include <algorithm>
@@ -23,7 +24,7 @@ void randomPressesComeExactlyOnce() {
     stage.waitUntilGrabbed(other);
     static_cast<void>(stage.takeSeen());
     static_cast<void>(stage.client.takeTold());
-    RandomTyping typing(stage.keyboard, other, 20260417);
+    RandomTyping typing(stage.keyboard, other, seedOr(20260417));
     std::vector<std::string> seen;
     std::vector<std::string> told;
     auto collect = [&] {
@@ -51,7 +52,7 @@ void everyPressIsPlayedOrTypedWhileItIsSwitched() {
     TestKeyboard other("B");
     stage.start();
     stage.waitForDevice("B'");
-    RandomTyping typing(stage.keyboard, other, 7);
+    RandomTyping typing(stage.keyboard, other, seedOr(7));
     auto isPlaying = false;
     std::vector<std::string> seen;
     std::vector<std::string> told;

@@ -28,6 +28,14 @@ void AutorepeatSettings::keepOff(const KeySet& keys) {
 }
 
 void AutorepeatSettings::reapply() {
+    if (wanted_.none()) {
+        return;
+    }
+    if (const auto repeating = KeyRepeat::read(connection_)) {
+        changed_ |= wanted_ & *repeating;
+        guard_.entrust(changed_);
+    }
+    // All of them: a keyboard may have flags of its own beside those that can be read.
     KeyRepeat::write(connection_, changed_, false);
 }
 

@@ -20,7 +20,9 @@ public:
     /// longer among them are as they were found. Takes a round trip when something changes.
     void keepOff(const KeySet& keys);
 
-    /// Sees to it that a keyboard that has just been plugged in behaves like the others.
+    /// Sees to it again after something else may have changed it: a keyboard that was plugged in, or a new
+    /// keymap, with which the server lets all keys repeat. What repeats by then will do so afterwards. Takes
+    /// a round trip while there are such keys.
     void reapply();
 
 private:

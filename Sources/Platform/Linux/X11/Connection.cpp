@@ -10,22 +10,22 @@ std::unique_ptr<Connection> Connection::open(const std::string& display) {
     int screenNumber = 0;
     std::unique_ptr<Connection> made(
         new Connection(xcb_connect(display.empty() ? nullptr : display.c_str(), &screenNumber)));
-    if (made->isLost() || !made->findRoot(screenNumber) || !made->findInputExtension() ||
+    if (made->isLost() || !made->findRoots(screenNumber) || !made->findInputExtension() ||
         !made->findKeyboard()) {
         return nullptr;
     }
     return made;
 }
 
-bool Connection::findRoot(int screenNumber) {
+bool Connection::findRoots(int screenNumber) {
     auto screen = xcb_setup_roots_iterator(xcb_get_setup(get()));
     for (; screen.rem > 0; xcb_screen_next(&screen), --screenNumber) {
+        roots_.push_back(screen.data->root);
         if (screenNumber == 0) {
             root_ = screen.data->root;
-            return true;
         }
     }
-    return false;
+    return root_ != XCB_NONE;
 }
 
 bool Connection::findInputExtension() {

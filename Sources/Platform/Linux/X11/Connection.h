@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <xcb/xcb.h>
 #include <xcb/xinput.h>
@@ -20,7 +21,11 @@ public:
 
     [[nodiscard]] xcb_connection_t* get() const { return connection_.get(); }
 
+    /// The root window of the display's default screen.
     [[nodiscard]] xcb_window_t root() const { return root_; }
+
+    /// Those of all screens.
+    [[nodiscard]] const std::vector<xcb_window_t>& roots() const { return roots_; }
 
     /// The master keyboard. Grabs on "all masters" would ignore the synchronous mode.
     [[nodiscard]] xcb_input_device_id_t keyboard() const { return keyboard_; }
@@ -40,12 +45,13 @@ private:
 
     explicit Connection(xcb_connection_t* connection) : connection_(connection) {}
 
-    [[nodiscard]] bool findRoot(int screenNumber);
+    [[nodiscard]] bool findRoots(int screenNumber);
     [[nodiscard]] bool findInputExtension();
     [[nodiscard]] bool findKeyboard();
 
     std::unique_ptr<xcb_connection_t, Disconnect> connection_;
     xcb_window_t root_ = XCB_NONE;
+    std::vector<xcb_window_t> roots_;
     xcb_input_device_id_t keyboard_ = 0;
     std::uint8_t inputExtension_ = 0;
 };

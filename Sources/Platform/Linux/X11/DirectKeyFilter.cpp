@@ -36,6 +36,7 @@ KeyEvent keyEvent(const xcb_key_press_event_t& key, bool isPress) {
         .characterIgnoringModifiers = std::nullopt,
         .modifiers = hasShift ? HotkeyModifiers::shift : HotkeyModifiers(),
         .isAutorepeat = false,
+        .time = key.time,
     };
 }
 

@@ -30,12 +30,13 @@ EventReader::Event readInputEvent(const xcb_generic_event_t& event, const Connec
         return GrabbedPress{.key = keyOf(press.detail),
                             .modifierBits = press.mods.effective,
                             .isRepeat = (press.flags & XCB_INPUT_KEY_EVENT_FLAGS_KEY_REPEAT) != 0,
-                            .protocol = GrabbedPress::Protocol::input2};
+                            .protocol = GrabbedPress::Protocol::input2,
+                            .time = press.time};
     }
     case XCB_INPUT_RAW_KEY_PRESS:
         return EventReader::RawPress{keyOf(raw.detail)};
     case XCB_INPUT_RAW_KEY_RELEASE:
-        return EventReader::RawRelease{keyOf(raw.detail)};
+        return EventReader::RawRelease{keyOf(raw.detail), raw.time};
     case XCB_INPUT_HIERARCHY:
         return EventReader::DeviceChange{};
     default:
@@ -66,7 +67,8 @@ EventReader::Event EventReader::read(const xcb_generic_event_t& event, const Con
         return GrabbedPress{.key = press.detail,
                             .modifierBits = press.state & modifierMask,
                             .isRepeat = false,
-                            .protocol = GrabbedPress::Protocol::core};
+                            .protocol = GrabbedPress::Protocol::core,
+                            .time = press.time};
     }
     case XCB_MAPPING_NOTIFY: {
         const auto& notice = reinterpret_cast<const xcb_mapping_notify_event_t&>(event);

@@ -19,6 +19,8 @@ public:
     /// A key went up, whoever gets it.
     struct RawRelease {
         std::uint8_t key = 0;
+        /// Milliseconds of the server's clock.
+        std::uint32_t time = 0;
     };
 
     /// The keys' symbols or the modifiers are others now.

@@ -14,16 +14,24 @@ bool FocusWatch::nativeEventFilter(const QByteArray& eventType, void* message, q
     if (eventType == "xcb_generic_event_t") {
         const auto type = static_cast<const xcb_generic_event_t*>(message)->response_type & 0x7f;
         const bool isIn = type == XCB_FOCUS_IN;
-        if ((isIn || type == XCB_FOCUS_OUT) && isMove(*static_cast<const xcb_focus_in_event_t*>(message))) {
-            handler_(isIn);
+        if (isIn || type == XCB_FOCUS_OUT) {
+            const auto& focus = *static_cast<const xcb_focus_in_event_t*>(message);
+            if (isMove(focus)) {
+                handler_(isIn);
+            }
+            return isBorrowing(focus);
         }
     }
     return false;
 }
 
+bool FocusWatch::isBorrowing(const xcb_focus_in_event_t& event) {
+    // What moves while a grab lasts is another mode, and a move.
+    return event.mode == XCB_NOTIFY_MODE_GRAB || event.mode == XCB_NOTIFY_MODE_UNGRAB;
+}
+
 bool FocusWatch::isMove(const xcb_focus_in_event_t& event) {
-    const bool isBorrowed = event.mode == XCB_NOTIFY_MODE_GRAB || event.mode == XCB_NOTIFY_MODE_UNGRAB;
-    return !isBorrowed && event.detail != XCB_NOTIFY_DETAIL_POINTER &&
+    return !isBorrowing(event) && event.detail != XCB_NOTIFY_DETAIL_POINTER &&
            event.detail != XCB_NOTIFY_DETAIL_POINTER_ROOT && event.detail != XCB_NOTIFY_DETAIL_INFERIOR;
 }
 

@@ -10,13 +10,17 @@ namespace tavro::x11 {
 
 /// Tells at once when a window of the application gets the keyboard and when it loses it. Qt waits with the
 /// loss for a tenth of a second, in case another window of the application is about to get it; until then
-/// the keys would be nobody's. Main thread only.
+/// the keys would be nobody's. That another program borrows the keyboard by a grab is kept from Qt, which
+/// would take it for a loss. Main thread only.
 class FocusWatch final : public QAbstractNativeEventFilter {
 public:
     /// Begins at once, and ends with this.
     explicit FocusWatch(std::function<void(bool hasFocus)> handler);
 
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+
+    /// Whether the event belongs to a grab's beginning or end: the keyboard is borrowed, or it is back.
+    [[nodiscard]] static bool isBorrowing(const xcb_focus_in_event_t& event);
 
     /// Whether the event means that the keyboard has gone to the window or away from it. A grab only borrows
     /// it, and the pointer's way over a window moves nothing.

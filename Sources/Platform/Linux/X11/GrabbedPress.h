@@ -14,6 +14,8 @@ struct GrabbedPress {
     bool isRepeat = false;
     /// How it came, and in which way it is answered.
     Protocol protocol = Protocol::input2;
+    /// Milliseconds of the server's clock.
+    std::uint32_t time = 0;
 };
 
 } // namespace tavro::x11

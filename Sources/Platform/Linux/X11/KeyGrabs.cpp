@@ -3,8 +3,8 @@
 #include "Platform/Linux/X11/Freed.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
-#include <utility>
 
 namespace tavro::x11 {
 
@@ -35,6 +35,28 @@ std::vector<std::uint32_t> allVariants(const PressTable& presses, std::uint8_t k
     return bits;
 }
 
+/// Those that are only in the first list.
+std::vector<std::uint32_t> difference(const std::vector<std::uint32_t>& bits,
+                                      const std::vector<std::uint32_t>& others) {
+    std::vector<std::uint32_t> rest;
+    std::ranges::copy_if(bits, std::back_inserter(rest), [&](std::uint32_t variant) {
+        return std::ranges::find(others, variant) == others.end();
+    });
+    return rest;
+}
+
+/// The modifier bits under which somebody else has the key; without a reply, nothing is known of them.
+std::vector<std::uint32_t> refusedBits(const xcb_input_xi_passive_grab_device_reply_t* reply) {
+    std::vector<std::uint32_t> bits;
+    if (reply != nullptr) {
+        auto status = xcb_input_xi_passive_grab_device_modifiers_iterator(reply);
+        for (; status.rem > 0; xcb_input_grab_modifier_info_next(&status)) {
+            bits.push_back(status.data->modifiers);
+        }
+    }
+    return bits;
+}
+
 } // namespace
 
 void KeyGrabs::change(const PressTable& wanted, const ModifierMap& modifierMap) {
@@ -42,6 +64,21 @@ void KeyGrabs::change(const PressTable& wanted, const ModifierMap& modifierMap) 
     const auto missing = wanted.without(held_);
     taken_ = takenInCore(missing, modifierMap);
     grab(missing.without(taken_), modifierMap);
+}
+
+void KeyGrabs::remap(const ModifierMap& before, const ModifierMap& now) {
+    forEachKey(held_, [&](std::uint8_t key) {
+        const auto old = allVariants(held_, key, before);
+        const auto current = allVariants(held_, key, now);
+        const auto added = difference(current, old);
+        if (!added.empty()) {
+            for (const auto root : connection_.roots()) {
+                // What another program has of it stays with that program.
+                xcb_discard_reply(connection_.get(), askFor(root, key, added).sequence);
+            }
+        }
+        ungrab(key, difference(old, current));
+    });
 }
 
 void KeyGrabs::releaseAll(const ModifierMap& modifierMap) {
@@ -68,12 +105,14 @@ PressTable KeyGrabs::takenInCore(const PressTable& presses, const ModifierMap& m
         for (const auto modifiers : presses.modifiersOf(key)) {
             for (const auto bits : modifierMap.variants(modifiers)) {
                 const auto core = static_cast<std::uint16_t>(bits);
-                // Synchronous like the real one: a press that comes just now stops here instead of being
-                // lost.
-                attempts.push_back({xcb_grab_key_checked(xcb, 0, connection_.root(), core, key,
-                                                         XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC),
-                                    key, modifiers});
-                xcb_ungrab_key(xcb, key, connection_.root(), core);
+                for (const auto root : connection_.roots()) {
+                    // Synchronous like the real one: a press that comes just now stops here instead of being
+                    // lost.
+                    attempts.push_back({xcb_grab_key_checked(xcb, 0, root, core, key, XCB_GRAB_MODE_ASYNC,
+                                                             XCB_GRAB_MODE_SYNC),
+                                        key, modifiers});
+                    xcb_ungrab_key(xcb, key, root, core);
+                }
             }
         }
     });
@@ -87,49 +126,66 @@ PressTable KeyGrabs::takenInCore(const PressTable& presses, const ModifierMap& m
 }
 
 void KeyGrabs::grab(const PressTable& presses, const ModifierMap& modifierMap) {
-    auto* const xcb = connection_.get();
-    std::vector<std::pair<std::uint8_t, xcb_input_xi_passive_grab_device_cookie_t>> attempts;
+    struct Attempt {
+        std::uint8_t key;
+        xcb_input_xi_passive_grab_device_cookie_t cookie;
+    };
+
+    std::vector<Attempt> attempts;
     forEachKey(presses, [&](std::uint8_t key) {
         const auto bits = allVariants(presses, key, modifierMap);
         if (bits.empty()) {
             // Modifiers that this keyboard does not have: nobody can press that.
             return;
         }
-        attempts.emplace_back(key, xcb_input_xi_passive_grab_device(
-                                       xcb, XCB_CURRENT_TIME, connection_.root(), XCB_NONE, key,
-                                       connection_.keyboard(), static_cast<std::uint16_t>(bits.size()), 1,
-                                       XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_SYNC,
-                                       XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_OWNER_NO_OWNER, &grabMask,
-                                       bits.data()));
+        for (const auto root : connection_.roots()) {
+            attempts.push_back({key, askFor(root, key, bits)});
+        }
     });
+    PressTable refused;
+    PressTable tried;
     for (const auto& [key, cookie] : attempts) {
         const Freed<xcb_input_xi_passive_grab_device_reply_t> reply(
-            xcb_input_xi_passive_grab_device_reply(xcb, cookie, nullptr));
-        std::vector<std::uint32_t> refused;
-        if (reply) {
-            auto status = xcb_input_xi_passive_grab_device_modifiers_iterator(reply.get());
-            for (; status.rem > 0; xcb_input_grab_modifier_info_next(&status)) {
-                refused.push_back(status.data->modifiers);
-            }
-        }
+            xcb_input_xi_passive_grab_device_reply(connection_.get(), cookie, nullptr));
+        const auto bits = refusedBits(reply.get());
         for (const auto modifiers : presses.modifiersOf(key)) {
             const auto variants = modifierMap.variants(modifiers);
-            const auto isRefused = !reply || std::ranges::find_first_of(variants, refused) != variants.end();
-            if (isRefused) {
-                // Half a key, played only while Num Lock is off, would be worse than none.
-                ungrab(key, variants);
+            tried.insert(key, modifiers);
+            if (!reply || std::ranges::find_first_of(variants, bits) != variants.end()) {
+                refused.insert(key, modifiers);
+            }
+        }
+    }
+    forEachKey(tried, [&](std::uint8_t key) {
+        for (const auto modifiers : tried.modifiersOf(key)) {
+            if (refused.contains(key, modifiers)) {
+                // Half a key, played only while Num Lock is off or on one screen, would be worse than none.
+                ungrab(key, modifierMap.variants(modifiers));
                 taken_.insert(key, modifiers);
             } else {
                 held_.insert(key, modifiers);
             }
         }
-    }
+    });
+}
+
+xcb_input_xi_passive_grab_device_cookie_t KeyGrabs::askFor(xcb_window_t root, std::uint8_t key,
+                                                           const std::vector<std::uint32_t>& bits) const {
+    return xcb_input_xi_passive_grab_device(
+        connection_.get(), XCB_CURRENT_TIME, root, XCB_NONE, key, connection_.keyboard(),
+        static_cast<std::uint16_t>(bits.size()), 1, XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_SYNC,
+        XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_OWNER_NO_OWNER, &grabMask, bits.data());
 }
 
 void KeyGrabs::ungrab(std::uint8_t key, const std::vector<std::uint32_t>& bits) const {
-    xcb_input_xi_passive_ungrab_device(connection_.get(), connection_.root(), key, connection_.keyboard(),
-                                       static_cast<std::uint16_t>(bits.size()), XCB_INPUT_GRAB_TYPE_KEYCODE,
-                                       bits.data());
+    if (bits.empty()) {
+        return;
+    }
+    for (const auto root : connection_.roots()) {
+        xcb_input_xi_passive_ungrab_device(connection_.get(), root, key, connection_.keyboard(),
+                                           static_cast<std::uint16_t>(bits.size()),
+                                           XCB_INPUT_GRAB_TYPE_KEYCODE, bits.data());
+    }
 }
 
 } // namespace tavro::x11

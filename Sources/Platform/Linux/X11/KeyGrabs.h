@@ -6,8 +6,8 @@
 
 namespace tavro::x11 {
 
-/// The presses that this program has reserved for itself. At such a press the keyboard stops, its further
-/// keys wait in order, and the event comes here to be answered. One thread.
+/// The presses that this program has reserved for itself, on every screen. At such a press the keyboard
+/// stops, its further keys wait in order, and the event comes here to be answered. One thread.
 class KeyGrabs {
 public:
     /// The connection outlives this.
@@ -17,6 +17,9 @@ public:
     /// tries it anew. Takes a round trip when something is to be reserved. A press that falls into the time
     /// of the change may come as an event of the core protocol, and wants to be answered as well.
     void change(const PressTable& wanted, const ModifierMap& modifierMap);
+
+    /// The modifiers have other bits now. What is held stays so without a gap.
+    void remap(const ModifierMap& before, const ModifierMap& now);
 
     /// Lets go of everything. The map must be the one of the last change.
     void releaseAll(const ModifierMap& modifierMap);
@@ -31,6 +34,8 @@ private:
     [[nodiscard]] PressTable takenInCore(const PressTable& presses, const ModifierMap& modifierMap) const;
     void grab(const PressTable& presses, const ModifierMap& modifierMap);
     void ungrab(std::uint8_t key, const std::vector<std::uint32_t>& bits) const;
+    [[nodiscard]] xcb_input_xi_passive_grab_device_cookie_t
+    askFor(xcb_window_t root, std::uint8_t key, const std::vector<std::uint32_t>& bits) const;
 
     const Connection& connection_;
     PressTable held_;

@@ -22,7 +22,6 @@ constexpr std::uint32_t superLeft = 0xFFEB;
 constexpr std::uint32_t superRight = 0xFFEC;
 constexpr std::uint32_t thirdLevelShift = 0xFE03;
 constexpr std::uint32_t modeSwitch = 0xFF7E;
-constexpr std::uint32_t numLock = 0xFF7F;
 
 bool carries(const KeyboardDescription& description, std::size_t modifier,
              std::initializer_list<std::uint32_t> wanted) {
@@ -48,10 +47,12 @@ std::uint32_t bitOf(const KeyboardDescription& description, std::initializer_lis
 ModifierMap::ModifierMap(const KeyboardDescription& description)
     : alt_(bitOf(description, {altLeft, altRight})),
       altGr_(bitOf(description, {thirdLevelShift, modeSwitch})),
-      super_(bitOf(description, {superLeft, superRight})), numLock_(bitOf(description, {numLock})) {
+      super_(bitOf(description, {superLeft, superRight})), locks_(lockBit) {
+    const auto meaningful = shiftBit | controlBit | alt_ | altGr_ | super_;
     for (std::size_t modifier = 0; modifier < modifierCount; ++modifier) {
         for (const auto key : description.keysOfModifier(modifier)) {
             if (key != 0) {
+                locks_ |= (1U << modifier) & ~meaningful;
                 modifierKeys_.set(key);
                 bitsOfKeys_.push_back({key, 1U << modifier});
             }
@@ -76,13 +77,17 @@ HotkeyModifiers ModifierMap::modifiers(std::uint32_t bits) const {
 std::vector<std::uint32_t> ModifierMap::variants(HotkeyModifiers wanted) const {
     std::vector<std::uint32_t> found;
     for (const auto altBits : std::array{0U, alt_, altGr_, alt_ | altGr_}) {
-        for (const auto lockBits : std::array{0U, lockBit, numLock_, lockBit | numLock_}) {
+        // Every part of the locks' bits, from all of them down to none.
+        for (auto lockBits = locks_;; lockBits = (lockBits - 1) & locks_) {
             const auto bits = altBits | lockBits | (wanted.contains(HotkeyModifiers::shift) ? shiftBit : 0) |
                               (wanted.contains(HotkeyModifiers::control) ? controlBit : 0) |
                               (wanted.contains(HotkeyModifiers::command) ? super_ : 0);
             // Leaves out what cannot be held, and the Alt bits where Alt is not wanted.
             if (modifiers(bits) == wanted) {
                 found.push_back(bits);
+            }
+            if (lockBits == 0) {
+                break;
             }
         }
     }

@@ -15,15 +15,39 @@ bool TapSession::begin() {
     if (!EventReader::select(connection_) || !readKeyboard()) {
         return false;
     }
+    const auto held = readHeldKeys();
+    heldKeys_ = held.value_or(KeySet());
+    return held.has_value();
+}
+
+std::optional<KeySet> TapSession::readHeldKeys() const {
     const Freed<xcb_query_keymap_reply_t> held(
         xcb_query_keymap_reply(connection_.get(), xcb_query_keymap(connection_.get()), nullptr));
     if (!held) {
-        return false;
+        return std::nullopt;
     }
-    for (std::size_t key = 0; key < heldKeys_.size(); ++key) {
-        heldKeys_.set(key, ((held->keys[key / 8] >> (key % 8)) & 1) != 0);
+    KeySet keys;
+    for (std::size_t key = 0; key < keys.size(); ++key) {
+        keys.set(key, ((held->keys[key / 8] >> (key % 8)) & 1) != 0);
     }
-    return true;
+    return keys;
+}
+
+void TapSession::findMissedReleases() {
+    // Only of those that have come through a grab: a raw press is told before the server takes the key for
+    // down, when another program makes the keyboard wait.
+    if (handledKeys_.none()) {
+        return;
+    }
+    if (const auto held = readHeldKeys()) {
+        const auto missed = handledKeys_ & ~*held;
+        for (std::size_t key = 0; key < missed.size(); ++key) {
+            if (missed.test(key)) {
+                toldAhead_.set(key);
+                tellRelease(static_cast<std::uint8_t>(key), 0);
+            }
+        }
+    }
 }
 
 bool TapSession::readKeyboard() {
@@ -33,8 +57,7 @@ bool TapSession::readKeyboard() {
     }
     ModifierMap map(*description);
     if (map != modifierMap_) {
-        // They were reserved under the old bits, and must be let go under these.
-        grabs_.releaseAll(modifierMap_);
+        grabs_.remap(modifierMap_, map);
         modifierMap_ = std::move(map);
     }
     emergencyExit_ = EmergencyExit(*description);
@@ -75,6 +98,11 @@ void TapSession::refresh() {
     reportTaken();
 }
 
+void TapSession::refreshAndCompare() {
+    refresh();
+    findMissedReleases();
+}
+
 void TapSession::reportTaken() {
     if (grabs_.taken() != reportedTaken_) {
         reportedTaken_ = grabs_.taken();
@@ -89,6 +117,7 @@ std::optional<KeyboardTap::End> TapSession::takeEvents() {
             take(*press);
         } else if (const auto* const rawPress = std::get_if<EventReader::RawPress>(&read)) {
             heldKeys_.set(rawPress->key);
+            toldAhead_.reset(rawPress->key);
             if (isOn_ && emergencyExit_.isHeld(heldKeys_)) {
                 setOn(false);
                 return KeyboardTap::End::emergencyExit;
@@ -99,6 +128,7 @@ std::optional<KeyboardTap::End> TapSession::takeEvents() {
             takeMappingChange();
         } else if (std::holds_alternative<EventReader::DeviceChange>(read)) {
             autorepeat_.reapply();
+            findMissedReleases();
         }
     }
     if (connection_.isLost()) {
@@ -113,6 +143,7 @@ void TapSession::take(const GrabbedPress& press) {
     auto verdict = KeyboardTap::Verdict::pass;
     if (isOn_ && keys_.test(press.key)) {
         auto event = PressTable::press(press.key, modifierMap_.modifiers(press.modifierBits));
+        event.time = press.time;
         // The core protocol does not tell; there, a key that has not come up since is one.
         event.isAutorepeat = press.isRepeat ||
                              (press.protocol == GrabbedPress::Protocol::core && handledKeys_.test(press.key));
@@ -150,13 +181,22 @@ void TapSession::answer(const GrabbedPress& press, KeyboardTap::Verdict verdict)
 }
 
 void TapSession::take(const EventReader::RawRelease& release) {
-    heldKeys_.reset(release.key);
-    const auto isKnown = handledKeys_.test(release.key);
-    handledKeys_.reset(release.key);
+    if (toldAhead_.test(release.key)) {
+        toldAhead_.reset(release.key);
+        return;
+    }
+    tellRelease(release.key, release.time);
+}
+
+void TapSession::tellRelease(std::uint8_t key, std::uint32_t time) {
+    heldKeys_.reset(key);
+    const auto isKnown = handledKeys_.test(key);
+    handledKeys_.reset(key);
     // A key that is wanted now may have been pressed when it was not, with the program itself in front.
-    if (isOn_ && keys_.test(release.key) && (isKnown || wanted_.containsAnyOf(release.key))) {
-        auto event = PressTable::press(release.key, modifierMap_.modifiersOfHeldKeys(heldKeys_));
+    if (isOn_ && keys_.test(key) && (isKnown || wanted_.containsAnyOf(key))) {
+        auto event = PressTable::press(key, modifierMap_.modifiersOfHeldKeys(heldKeys_));
         event.type = KeyboardTap::Event::Type::keyUp;
+        event.time = time;
         client_.handle(event);
     }
 }
@@ -167,6 +207,9 @@ void TapSession::takeMappingChange() {
     if (readKeyboard() && (oldKeys != keys_ || oldMap != modifierMap_)) {
         refresh();
     }
+    // Not only then: whatever is changed of the keymap, the server lets the keys repeat again.
+    autorepeat_.reapply();
+    findMissedReleases();
 }
 
 void TapSession::letGo() {

@@ -33,11 +33,18 @@ public:
     /// Asks the client anew what it wants, and reserves that.
     void refresh();
 
+    /// The same on request, when the keyboard may have been somewhere else meanwhile.
+    void refreshAndCompare();
+
     /// Works off the events that have come. Tells when the tap has come to its end by that.
     [[nodiscard]] std::optional<KeyboardTap::End> takeEvents();
 
 private:
     [[nodiscard]] bool readKeyboard();
+    [[nodiscard]] std::optional<KeySet> readHeldKeys() const;
+    /// Tells the releases that no event has told, such as those of a keyboard that was unplugged.
+    void findMissedReleases();
+    void tellRelease(std::uint8_t key, std::uint32_t time);
     void take(const GrabbedPress& press);
     void take(const EventReader::RawRelease& release);
     void takeMappingChange();
@@ -62,6 +69,8 @@ private:
     KeySet heldKeys_;
     /// The keys whose press the client has had and whose release it has not.
     KeySet handledKeys_;
+    /// The keys whose release was told before its event, which may still come.
+    KeySet toldAhead_;
     bool isOn_ = false;
 };
 

@@ -85,7 +85,7 @@ bool TapThread::obey() {
     }
     session_.setOn(isOn_);
     if (isStale_.exchange(false)) {
-        session_.refresh();
+        session_.refreshAndCompare();
     }
     return false;
 }

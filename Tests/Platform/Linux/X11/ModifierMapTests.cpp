@@ -76,6 +76,20 @@ TEST(ModifierMap, FindsModifiersAtUnusualBits) {
     EXPECT_EQ(map.variants({}), (Bits{0, lock, mod1, lock | mod1}));
 }
 
+TEST(ModifierMap, EveryModifierThatMeansNothingCountsAsALock) {
+    // Scroll Lock on the sixth, as for keyboards on which it lights a lamp.
+    auto description = KeyboardDescriptions::make(
+        {{64, {0xFFE9}}, {66, {0xFFE5}}, {77, {0xFF7F}}, {78, {0xFF14}}, {92, {0xFE03}}, {133, {0xFFEB}}},
+        {{1, {66}}, {3, {64}}, {4, {77}}, {5, {78}}, {6, {133}}, {7, {92}}});
+    const ModifierMap map(description);
+    EXPECT_EQ(map.variants({}),
+              (Bits{0, lock, mod2, lock | mod2, mod3, lock | mod3, mod2 | mod3, lock | mod2 | mod3}));
+    EXPECT_EQ(map.modifiers(mod3 | mod4), HotkeyModifiers::command);
+    for (const auto bits : map.variants(HotkeyModifiers::control)) {
+        EXPECT_EQ(map.modifiers(bits), HotkeyModifiers::control) << bits;
+    }
+}
+
 TEST(ModifierMap, WhatTheKeyboardDoesNotHaveHasNoVariants) {
     const ModifierMap map(KeyboardDescriptions::make({{38, {'a'}}}, {}));
     EXPECT_EQ(map.variants({}), (Bits{0, lock}));

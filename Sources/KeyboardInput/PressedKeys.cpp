@@ -1,0 +1,128 @@
+#include "KeyboardInput/PressedKeys.h"
+
+namespace tavro {
+
+namespace {
+
+/// By the clock that runs over: more than half of its range between the two means that it did.
+bool isLater(std::uint32_t time, std::uint32_t other) {
+    return static_cast<std::int32_t>(time - other) > 0;
+}
+
+} // namespace
+
+bool PressedKeys::isDown(std::int64_t keyCode) const {
+    const std::scoped_lock lock(mutex_);
+    return entries_.contains(keyCode);
+}
+
+std::optional<PressedKeys::Held> PressedKeys::find(std::int64_t keyCode) const {
+    const std::scoped_lock lock(mutex_);
+    const auto found = entries_.find(keyCode);
+    if (found == entries_.end()) {
+        return std::nullopt;
+    }
+    return Held{
+        .serial = found->second.serial, .road = found->second.road, .character = found->second.character};
+}
+
+PressedKeys::Serial PressedKeys::press(const Press& press) {
+    const std::scoped_lock lock(mutex_);
+    endedElsewhere_.erase(press.keyCode);
+    entries_.insert_or_assign(press.keyCode, Entry{.serial = ++lastSerial_,
+                                                   .road = press.road,
+                                                   .character = press.character,
+                                                   .time = press.time,
+                                                   .isPlayed = press.road == Road::window});
+    return lastSerial_;
+}
+
+void PressedKeys::markPlayed(std::int64_t keyCode, Serial serial) {
+    const std::scoped_lock lock(mutex_);
+    const auto found = entries_.find(keyCode);
+    if (found != entries_.end() && found->second.serial == serial) {
+        found->second.isPlayed = true;
+    }
+}
+
+PressedKeys::Release PressedKeys::release(std::int64_t keyCode, Witness seenBy, std::uint32_t time) {
+    const std::scoped_lock lock(mutex_);
+    const auto found = entries_.find(keyCode);
+    if (found != entries_.end() && isReleaseOf(found->second, seenBy, time)) {
+        return end(found, seenBy);
+    }
+    const bool wasEnded = seenBy == Witness::window && endedElsewhere_.erase(keyCode) > 0;
+    return {.isKnown = wasEnded || found != entries_.end(), .character = std::nullopt};
+}
+
+PressedKeys::Release PressedKeys::release(std::int64_t keyCode, Serial serial) {
+    const std::scoped_lock lock(mutex_);
+    const auto found = entries_.find(keyCode);
+    return found != entries_.end() && found->second.serial == serial ? end(found, Witness::tap) : Release();
+}
+
+bool PressedKeys::isReleaseOf(const Entry& entry, Witness seenBy, std::uint32_t time) {
+    if ((entry.road == Road::tap) == (seenBy == Witness::tap)) {
+        return true;
+    }
+    const bool mayBeOlder = time != 0 && entry.time != 0 && !isLater(time, entry.time);
+    return entry.isPlayed && !mayBeOlder;
+}
+
+PressedKeys::Release PressedKeys::end(std::map<std::int64_t, Entry>::iterator entry, Witness seenBy) {
+    const Release release{.isKnown = true, .character = entry->second.character};
+    if (entry->second.road == Road::window && seenBy != Witness::window) {
+        endedElsewhere_.insert(entry->first);
+    }
+    entries_.erase(entry);
+    return release;
+}
+
+void PressedKeys::releaseAhead(std::int64_t keyCode, std::uint32_t time) {
+    const std::scoped_lock lock(mutex_);
+    releasedAhead_.insert_or_assign(keyCode, time);
+}
+
+bool PressedKeys::wasReleasedAhead(std::int64_t keyCode, std::uint32_t time) {
+    const std::scoped_lock lock(mutex_);
+    const auto found = releasedAhead_.find(keyCode);
+    if (found == releasedAhead_.end() || time == 0) {
+        return false;
+    }
+    if (isLater(time, found->second)) {
+        releasedAhead_.erase(found);
+        return false;
+    }
+    return true;
+}
+
+void PressedKeys::forget(Road road) {
+    const std::scoped_lock lock(mutex_);
+    forgetLocked(road);
+}
+
+void PressedKeys::setWatching(Witness witness, bool isWatching) {
+    const std::scoped_lock lock(mutex_);
+    if (isWatching) {
+        watching_.insert(witness);
+    } else {
+        watching_.erase(witness);
+    }
+}
+
+void PressedKeys::loseKeyboard() {
+    const std::scoped_lock lock(mutex_);
+    if (watching_.empty()) {
+        forgetLocked(Road::window);
+    }
+}
+
+void PressedKeys::forgetLocked(Road road) {
+    std::erase_if(entries_, [road](const auto& entry) { return entry.second.road == road; });
+    if (road == Road::window) {
+        endedElsewhere_.clear();
+        releasedAhead_.clear();
+    }
+}
+
+} // namespace tavro

@@ -1,0 +1,117 @@
+#pragma once
+
+#include "PerformanceModel/Character.h"
+
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <set>
+
+namespace tavro {
+
+/// The one place that knows which keys are down, by which road each came in and what it plays. Whichever road
+/// sees a release, the key ends, and it ends once. Any thread; holds no lock while anybody is called.
+class PressedKeys {
+public:
+    /// How a press came in.
+    enum class Road {
+        /// To a window of the program, with or without the toolkit in between.
+        window,
+        /// Through the tap, while another application was in front.
+        tap,
+    };
+
+    /// Who saw a key go up.
+    enum class Witness {
+        /// A window of the program, to which the release was sent.
+        window,
+        /// The window system, whoever has the keyboard. What it tells comes in the order of the window's
+        /// keys.
+        windowSystem,
+        /// The tap.
+        tap,
+    };
+
+    /// Tells one press from all others; 0 is none.
+    using Serial = std::uint64_t;
+
+    struct Press {
+        std::int64_t keyCode = 0;
+        Road road = Road::window;
+        /// What it plays; nothing for a key that is only to be known as down.
+        std::optional<Character> character;
+        /// Milliseconds of the window system's clock, which may run over; 0 where it has none.
+        std::uint32_t time = 0;
+    };
+
+    struct Release {
+        /// The key was known to be down, or its release has been seen already by another witness.
+        bool isKnown = false;
+        /// What is to be ended now.
+        std::optional<Character> character;
+    };
+
+    struct Held {
+        Serial serial = 0;
+        Road road = Road::window;
+        std::optional<Character> character;
+    };
+
+    [[nodiscard]] bool isDown(std::int64_t keyCode) const;
+
+    /// Nothing for a key that is up.
+    [[nodiscard]] std::optional<Held> find(std::int64_t keyCode) const;
+
+    /// A key went down. Replaces what was known of it: who may have a repeat before him asks first.
+    Serial press(const Press& press);
+
+    /// A press of the tap's is being played. Until then nobody but the tap ends it, so that no note begins
+    /// behind its own end.
+    void markPlayed(std::int64_t keyCode, Serial serial);
+
+    /// The key was seen going up, at a time of the window system's clock or 0. What is told of another road's
+    /// key so late that it has been pressed again ends nothing.
+    Release release(std::int64_t keyCode, Witness seenBy, std::uint32_t time = 0);
+
+    /// The same for one press, if that is still the one that is down.
+    Release release(std::int64_t keyCode, Serial serial);
+
+    /// A key whose press is still on its way through the toolkit is up already; nobody else will tell.
+    void releaseAhead(std::int64_t keyCode, std::uint32_t time);
+
+    /// Whether a press that was made at this time was followed by a release that was told ahead of it.
+    [[nodiscard]] bool wasReleasedAhead(std::int64_t keyCode, std::uint32_t time);
+
+    /// The releases of this road's keys will not be seen, or mean nothing any more.
+    void forget(Road road);
+
+    /// The witness sees releases, or no longer does, while no window of the program has the keyboard.
+    void setWatching(Witness witness, bool isWatching);
+
+    /// The windows have lost the keyboard: when nobody watches, their keys are forgotten.
+    void loseKeyboard();
+
+private:
+    struct Entry {
+        Serial serial = 0;
+        Road road = Road::window;
+        std::optional<Character> character;
+        std::uint32_t time = 0;
+        bool isPlayed = false;
+    };
+
+    [[nodiscard]] static bool isReleaseOf(const Entry& entry, Witness seenBy, std::uint32_t time);
+    void forgetLocked(Road road);
+    Release end(std::map<std::int64_t, Entry>::iterator entry, Witness seenBy);
+
+    mutable std::mutex mutex_;
+    Serial lastSerial_ = 0;
+    std::map<std::int64_t, Entry> entries_;
+    /// The window's keys that others have seen go up: the window's own report of it is still to come, or not.
+    std::set<std::int64_t> endedElsewhere_;
+    std::map<std::int64_t, std::uint32_t> releasedAhead_;
+    std::set<Witness> watching_;
+};
+
+} // namespace tavro

@@ -1,0 +1,182 @@
+#include "KeyboardInput/PressedKeys.h"
+
+#include "KeyboardInput/GlobalKeyRules.h"
+#include "KeyboardInput/RecordingRouter.h"
+
+#include <gmock/gmock.h>
+
+namespace tavro {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Road = PressedKeys::Road;
+using Witness = PressedKeys::Witness;
+
+constexpr std::int64_t keyA = 0;
+constexpr std::int64_t keyS = 1;
+
+class PressedKeysTest : public testing::Test {
+protected:
+    PressedKeys::Serial press(Road road, std::uint32_t time = 0, std::optional<Character> character = U'a') {
+        return keys.press({.keyCode = keyA, .road = road, .character = character, .time = time});
+    }
+
+    std::optional<Character> release(Witness witness, std::uint32_t time = 0) {
+        return keys.release(keyA, witness, time).character;
+    }
+
+    PressedKeys keys;
+};
+
+TEST_F(PressedKeysTest, WhoeverSeesTheReleaseEndsTheKeyOnce) {
+    for (const auto first : {Witness::window, Witness::windowSystem, Witness::tap}) {
+        for (const auto second : {Witness::window, Witness::windowSystem, Witness::tap}) {
+            press(Road::window);
+            EXPECT_EQ(release(first), U'a');
+            EXPECT_FALSE(keys.isDown(keyA));
+            EXPECT_EQ(release(second), std::nullopt);
+        }
+    }
+}
+
+TEST_F(PressedKeysTest, AWindowLearnsThatItsReleaseHasBeenSeen) {
+    press(Road::window);
+    release(Witness::windowSystem);
+    EXPECT_TRUE(keys.release(keyA, Witness::window).isKnown);
+    EXPECT_FALSE(keys.release(keyA, Witness::window).isKnown);
+    press(Road::window);
+    release(Witness::tap);
+    press(Road::tap);
+    release(Witness::tap);
+    EXPECT_FALSE(keys.release(keyA, Witness::window).isKnown);
+}
+
+TEST_F(PressedKeysTest, TheTapsKeyIsEndedByOthersOnlyOnceItSounds) {
+    const auto serial = press(Road::tap);
+    EXPECT_EQ(release(Witness::window), std::nullopt);
+    EXPECT_TRUE(keys.isDown(keyA));
+    keys.markPlayed(keyA, serial);
+    EXPECT_EQ(release(Witness::window), U'a');
+    EXPECT_EQ(release(Witness::tap), std::nullopt);
+}
+
+TEST_F(PressedKeysTest, ALateReleaseDoesNotEndTheNextPress) {
+    const auto serial = press(Road::tap, 20);
+    keys.markPlayed(keyA, serial);
+    EXPECT_EQ(release(Witness::windowSystem, 10), std::nullopt);
+    EXPECT_EQ(release(Witness::windowSystem, 20), std::nullopt);
+    EXPECT_EQ(release(Witness::windowSystem, 21), U'a');
+    // The clock runs over.
+    keys.markPlayed(keyA, press(Road::tap, 0xFFFFFFF0));
+    EXPECT_EQ(release(Witness::windowSystem, 0xFFFFFF00), std::nullopt);
+    EXPECT_EQ(release(Witness::windowSystem, 5), U'a');
+}
+
+TEST_F(PressedKeysTest, OnePressIsToldFromTheNext) {
+    const auto first = press(Road::window);
+    release(Witness::window);
+    const auto second = press(Road::window);
+    EXPECT_EQ(keys.release(keyA, first).character, std::nullopt);
+    EXPECT_EQ(keys.release(keyA, second).character, U'a');
+    EXPECT_EQ(keys.release(keyA, second).character, std::nullopt);
+}
+
+TEST_F(PressedKeysTest, AReleaseAheadOfItsPressIsRemembered) {
+    keys.releaseAhead(keyA, 10);
+    EXPECT_TRUE(keys.wasReleasedAhead(keyA, 9));
+    EXPECT_TRUE(keys.wasReleasedAhead(keyA, 10));
+    EXPECT_FALSE(keys.wasReleasedAhead(keyS, 9));
+    EXPECT_FALSE(keys.wasReleasedAhead(keyA, 11));
+    EXPECT_FALSE(keys.wasReleasedAhead(keyA, 9));
+}
+
+TEST_F(PressedKeysTest, LosingTheKeyboardForgetsTheWindowsKeysUnlessSomebodyWatches) {
+    press(Road::window);
+    keys.setWatching(Witness::tap, true);
+    keys.loseKeyboard();
+    EXPECT_TRUE(keys.isDown(keyA));
+    keys.setWatching(Witness::tap, false);
+    keys.loseKeyboard();
+    EXPECT_FALSE(keys.isDown(keyA));
+    press(Road::tap);
+    keys.loseKeyboard();
+    EXPECT_TRUE(keys.isDown(keyA));
+    keys.forget(Road::tap);
+    EXPECT_FALSE(keys.isDown(keyA));
+}
+
+// Both roads over one object.
+
+class SharedKeys : public testing::Test {
+protected:
+    SharedKeys() {
+        rules.keys = window.router.keys;
+        rules.setEnabled(true);
+    }
+
+    static KeyboardTap::Event tapped(KeyboardTap::Event::Type type, std::int64_t key,
+                                     HotkeyModifiers modifiers = {}) {
+        return {.type = type, .keyCode = key, .modifiers = modifiers};
+    }
+
+    RecordingRouter window;
+    GlobalKeyRules rules;
+};
+
+TEST_F(SharedKeys, TheTapReportsTheReleaseOfAWindowsKeyWhateverIsHeld) {
+    for (std::int64_t modifiers = 0; modifiers < 16; ++modifiers) {
+        window.consumes(press(keyA));
+        const auto decision =
+            rules.decide(tapped(KeyboardTap::Event::Type::keyUp, keyA, HotkeyModifiers(modifiers)));
+        EXPECT_EQ(decision.action, GlobalKeyRules::Action::keyUp) << modifiers;
+        EXPECT_EQ(decision.character, U'a') << modifiers;
+        // Its memory is the window's.
+        EXPECT_TRUE(window.router.keys->isDown(keyA));
+        window.consumes(release(keyA));
+    }
+}
+
+TEST_F(SharedKeys, AKeyThatSoundsInTheWindowIsNoNewPressForTheTap) {
+    window.consumes(press(keyA));
+    EXPECT_EQ(rules.decide(tapped(KeyboardTap::Event::Type::keyDown, keyA)).action,
+              GlobalKeyRules::Action::none);
+}
+
+TEST_F(SharedKeys, AKeyThatTheWindowOnlyKnowsToBeDownIsTheTaps) {
+    window.router.keepSilent(keyA);
+    EXPECT_EQ(rules.decide(tapped(KeyboardTap::Event::Type::keyDown, keyA)).action,
+              GlobalKeyRules::Action::keyDown);
+}
+
+TEST_F(SharedKeys, AKeyHeldFromElsewhereStaysSilentInTheWindowUntilItIsPressedAgain) {
+    window.router.keepSilent(keyA);
+    EXPECT_TRUE(window.consumes(press(keyA)));
+    window.router.handleReleaseElsewhere(keyA, 5);
+    EXPECT_TRUE(window.consumes(release(keyA)));
+    EXPECT_THAT(window.calls, IsEmpty());
+    window.consumes(press(keyA));
+    EXPECT_THAT(window.calls, ElementsAre("down a"));
+}
+
+TEST_F(SharedKeys, TheWindowsOwnReleaseBehindThatOfTheSystemEndsNothingMore) {
+    window.consumes(press(keyA));
+    window.router.handleReleaseElsewhere(keyA, 5);
+    EXPECT_TRUE(window.consumes(release(keyA)));
+    EXPECT_THAT(window.calls, ElementsAre("down a", "up a"));
+}
+
+TEST_F(SharedKeys, AKeyThatIsUpBeforeItsPressArrivesSoundsAndEnds) {
+    auto late = press(keyA);
+    late.time = 4;
+    window.router.handleReleaseElsewhere(keyA, 5);
+    window.consumes(late);
+    EXPECT_THAT(window.calls, ElementsAre("down a", "up a"));
+    auto next = press(keyA);
+    next.time = 6;
+    window.consumes(next);
+    EXPECT_THAT(window.calls, ElementsAre("down a", "up a", "down a"));
+}
+
+} // namespace
+} // namespace tavro

@@ -96,8 +96,26 @@ debianPlan() {
         }' <<<"$answer"
 }
 
+# debianRemoved NAME...: what would have to go if these were installed, one a line.
+debianRemoved() {
+    local answer
+    answer="$(LC_ALL=C apt-get install --simulate --no-install-recommends -o Debug::NoLocking=1 "$@" \
+        2>/dev/null </dev/null)" || true
+    awk '$1 == "Remv" { print $2 }' <<<"$answer"
+}
+
+# debianKept NAME...: those of them that somebody asked for, one a line. The others came along with something that
+# would go first if it still needed them.
+debianKept() {
+    local automatic name
+    automatic="$(LC_ALL=C apt-mark showauto "$@")" || automatic=
+    for name in "$@"; do
+        isLine "$name" "$automatic" || printf '%s\n' "$name"
+    done
+}
+
 ensureDebianPackages() {
-    local lines installed known names=() missing=() wanted=() unknown=() line chosen plan
+    local lines installed known names=() missing=() wanted=() unknown=() line chosen plan removed=() kept protect=()
     lines="$(packagesOf debian "$@")"
     read -r -d '' -a names <<<"${lines//|/ }" || true
     if ((${#names[@]} == 0)); then
@@ -141,7 +159,7 @@ ensureDebianPackages() {
     known="$(debianKnown "${names[@]}")"
     for line in "${missing[@]}"; do
         if chosen="$(debianChoice "$line" "$known")"; then
-            wanted+=("$chosen")
+            isLine "$chosen" "$(printf '%s\n' ${wanted[@]+"${wanted[@]}"})" || wanted+=("$chosen")
         else
             unknown+=("$line")
         fi
@@ -162,9 +180,23 @@ ensureDebianPackages() {
     plan="$(debianPlan "${wanted[@]}")" || plan="how much that is, apt-get cannot tell beforehand"
     echo "==> Packages: installing ${wanted[*]}"
     echo "==> Packages: $plan"
-    # Nobody is asked, so nothing that is there may go; and another installation may be under way.
+    # Nobody is asked, so nothing may go that somebody asked for. An older release of a library may: those that came
+    # along with others exclude each other now and then.
+    protect=(--no-remove)
+    mapfile -t removed < <(debianRemoved "${wanted[@]}")
+    if ((${#removed[@]} > 0)); then
+        kept="$(debianKept "${removed[@]}")"
+        if [[ -z $kept ]]; then
+            protect=()
+            echo "==> Packages: these came along with others and give way: ${removed[*]}"
+        else
+            echo "==> Packages: these would have to give way, and somebody asked for them:"
+            printf '      %s\n' $kept
+        fi
+    fi
+    # Another installation may be under way.
     if ! ${become[@]+"${become[@]}"} env LC_ALL=C DEBIAN_FRONTEND=noninteractive \
-        apt-get install -q -y --no-install-recommends --no-remove -o DPkg::Lock::Timeout=300 \
+        apt-get install -q -y --no-install-recommends ${protect[@]+"${protect[@]}"} -o DPkg::Lock::Timeout=300 \
         "${wanted[@]}" </dev/null; then
         echo "==> Packages: apt-get could not install them (why, stands above)"
         return 1

@@ -8,7 +8,7 @@ import tempfile
 
 HERE = pathlib.Path(__file__).resolve().parent
 PROJECT = HERE.parent.parent
-DEBIAN = ("apt-get", "apt-cache", "dpkg", "dpkg-query", "sudo")
+DEBIAN = ("apt-get", "apt-cache", "apt-mark", "dpkg", "dpkg-query", "sudo")
 # Of the real machine the scripts see these and nothing else.
 REAL_TOOLS = ("awk", "bash", "cat", "chmod", "dirname", "env", "grep", "mktemp", "rm", "sed", "sort")
 REAL_TOOLS += ("true", "uname")
@@ -38,6 +38,8 @@ class Machine:
             "broken": False,
             # What is installed and would have to give way to anything that is installed.
             "conflicting": [],
+            # What nobody asked for: it came along with something else.
+            "automatic": [],
             "user": 0,
             "sudo": False,
         } | state

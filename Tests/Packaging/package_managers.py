@@ -1,6 +1,6 @@
-"""package_managers.py NAME ARGUMENT...: stands for apt-get, apt-cache, dpkg, dpkg-query, sudo, id or brew.
+"""package_managers.py NAME ARGUMENT...: stands for apt-get, apt-cache, apt-mark, dpkg, dpkg-query, sudo,.
 
-It answers in the words that the real ones were heard to use (apt 2.6.2, dpkg 1.21, sudo 1.9.13), in the
+id or brew. It answers in the words that the real ones were heard to use (apt 2.6.2, dpkg 1.21, sudo 1.9.13), in the
 language that the locale asks for, from the machine that the file in RECORDED_MACHINE describes; and it writes
 down how it was called.
 """
@@ -123,6 +123,12 @@ class Answers:
             for number in range(self.machine["versions"]):
                 print(f"     1.0-{number} 500\n        500 http://deb.debian.org/debian bookworm/main Packages")
 
+    def apt_mark(self, arguments):
+        assert arguments[0] == "showauto", arguments
+        for name in arguments[1:]:
+            if name in self.machine["automatic"]:
+                print(name)
+
     def apt_get(self, arguments):
         action = next(word for word in arguments if not word.startswith("-"))
         return {"update": self._update, "install": self._install}[action](arguments)
@@ -157,6 +163,10 @@ class Answers:
             ),
             end="",
         )
+        if "--simulate" in arguments:
+            for name in self.machine["conflicting"]:
+                print(f"Remv {name} [1.0-1]")
+            return
         if "--assume-no" in arguments:
             print(self.words["decline"])
             return "", 1

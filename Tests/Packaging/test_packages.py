@@ -160,10 +160,28 @@ class DebianTest(PackagesTest):
             machine.ensure("build"), "cannot tell", "held broken packages", "apt-get could not install them"
         )
 
-    def test_nothing_that_is_there_gives_way(self):
-        machine = self.machine(installed={"other": "amd64"}, conflicting=["other"])
-        self.assert_stopped(machine.ensure("build"), "remove is disabled", "apt-get could not install them")
-        self.assertEqual(machine.state["installed"], {"other": "amd64"})
+    def test_nothing_that_somebody_asked_for_gives_way(self):
+        there = {"other": "amd64", "library": "amd64"}
+        machine = self.machine(installed=dict(there), conflicting=list(there), automatic=["library"])
+        self.assert_stopped(
+            machine.ensure("build"),
+            "somebody asked for them:\n      other\n",
+            "remove is disabled",
+            "apt-get could not install them",
+        )
+        self.assertEqual(machine.state["installed"], there)
+
+    def test_what_only_came_along_gives_way(self):
+        machine = self.machine(installed={"library": "amd64"}, conflicting=["library"], automatic=["library"])
+        result = machine.ensure("build")
+        self.assert_went_on(result)
+        self.assertIn("give way: library\n", result.stdout)
+        self.assertEqual(set(machine.state["installed"]), {"g++", "cmake", "new-name"})
+
+    def test_package_that_two_lines_choose_is_named_once(self):
+        machine = self.machine(LIST + "\n[debian more]\nabsent | fonts\n")
+        self.assert_went_on(machine.ensure("run", "more"))
+        self.assertEqual(machine.installations(), [["fonts", "g++"]])
 
 
 class RightsTest(PackagesTest):

@@ -19,6 +19,8 @@ MOST_REPETITIONS = 3
 
 class StressTest(GlobalPlayTest):
     EVENTS = EVENTS
+    # Of each kind of event, or nothing is shown.
+    FEWEST = 50
 
     def setUp(self):
         super().setUp()
@@ -35,7 +37,7 @@ class StressTest(GlobalPlayTest):
                 self.assertLessEqual(repetitions, MOST_REPETITIONS, "rounds with missed periods")
         print(f"{self.events} events: {self.counts}; {repetitions} rounds repeated")
         for what, count in self.counts.items():
-            self.assertGreater(count, 50, f"too few {what} to show anything")
+            self.assertGreater(count, self.FEWEST, f"too few {what} to show anything")
 
     def make_typing(self):
         return RandomTyping(self.random, self.typist, is_on=True)
@@ -47,7 +49,7 @@ class StressTest(GlobalPlayTest):
         typing = self.make_typing()
         while typing.events < EVENTS_A_ROUND:
             typing.step()
-        typing.release_all()
+        typing.end_round()
         # What should not have come has come by then.
         typing.play("a")
         self.assert_typed(bytes(typing.typed))
@@ -71,13 +73,17 @@ class StressTest(GlobalPlayTest):
             # Shown below.
             pass
         messages = self.recorder.messages()[before:]
-        for begin, end in typing.unordered_spans:
-            wanted[begin:end] = sorted(wanted[begin:end])
-            messages[begin:end] = sorted(messages[begin:end])
+        wanted, messages = (self.put_in_order(typing, these) for these in (wanted, messages))
         if messages != wanted and self.recorder.xruns() > xruns:
             return False
         self.assert_same(messages, wanted)
         return True
+
+    def put_in_order(self, typing, messages):
+        """The same for all orders that are allowed."""
+        for begin, end in typing.unordered_spans:
+            messages[begin:end] = sorted(messages[begin:end])
+        return messages
 
     def assert_same(self, messages, wanted):
         pairs = enumerate(itertools.zip_longest(messages, wanted))

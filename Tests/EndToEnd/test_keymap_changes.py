@@ -24,7 +24,7 @@ class KeymapTest(ChangeTest):
     def _check_repeats_after(self, *change):
         self.play_behind_the_terminal()
         self.change(*change)
-        self._wait_for_repeats(set())
+        self.wait_for_repeats(set())
         self.typist.press("s")
         self.assert_played(on="s")
         self.typist.press("Control_L")
@@ -36,16 +36,8 @@ class KeymapTest(ChangeTest):
         self.assert_typed(b"\x05")
         # And they do repeat where they are typed.
         self.display.activate(self.application.window)
-        self._wait_for_repeats(set(PLAYING_KEYS))
+        self.wait_for_repeats(set(PLAYING_KEYS))
         self.assertEqual(self.application.global_play_texts()[-1], ON)
-
-    def _wait_for_repeats(self, keys):
-        """Waits until of the playing keys just these repeat."""
-        wait_for(lambda: self._repeating() == keys, lambda: f"repeats of {keys}; there are {self._repeating()}")
-
-    def _repeating(self):
-        flags = bytes.fromhex(repeating_keys(self.sandbox))
-        return {name for name, key in PLAYING_KEYS.items() if flags[key.code // 8] >> key.code % 8 & 1}
 
     def test_played_keys_do_not_repeat_after_a_new_modifier_map(self):
         self._check_repeats_after("xmodmap", "-e", "add mod3 = Scroll_Lock")
@@ -65,7 +57,7 @@ class KeymapTest(ChangeTest):
         self.assert_played(on="ad")
         for change in ("add", "remove", "add"):
             self.change("xmodmap", "-e", f"{change} mod3 = Scroll_Lock")
-            self._wait_for_repeats(set())
+            self.wait_for_repeats(set())
         time.sleep(HOLD_SECONDS)
         self.typist.release("d", "a")
         self.assert_played(off="da")

@@ -1,6 +1,6 @@
-"""package_managers.py NAME ARGUMENT...: stands for apt-get, apt-cache, apt-mark, dpkg, dpkg-query, sudo,.
+"""package_managers.py NAME ARGUMENT...: stands for the package managers of Debian and Homebrew, sudo and id.
 
-id or brew. It answers in the words that the real ones were heard to use (apt 2.6.2, dpkg 1.21, sudo 1.9.13), in the
+It answers in the words that the real ones were heard to use (apt 2.6.2, dpkg 1.21, sudo 1.9.13), in the
 language that the locale asks for, from the machine that the file in RECORDED_MACHINE describes; and it writes
 down how it was called.
 """

@@ -56,6 +56,14 @@ class GlobalPlayTest(StageTest):
             lambda: f"the repeats {self.repeats_before}; they are {repeating_keys(self.sandbox)}",
         )
 
+    def wait_for_repeats(self, keys):
+        """Waits until of the playing keys just these repeat."""
+        wait_for(lambda: self._repeating() == keys, lambda: f"repeats of {keys}; there are {self._repeating()}")
+
+    def _repeating(self):
+        flags = bytes.fromhex(repeating_keys(self.sandbox))
+        return {name for name, key in PLAYING_KEYS.items() if flags[key.code // 8] >> key.code % 8 & 1}
+
     def hold_over_spaces(self, *keys):
         """Presses keys that do not repeat and waits for as long as many repeats take:
         the key that was pressed last is the one that repeats, if it does at all, so that the space, which is held

@@ -68,6 +68,10 @@ class RandomTyping:
         for modifier in sorted(self._modifiers):
             self._set_modifier(modifier, False)
 
+    def end_round(self):
+        """Everything is let go, and the terminal is in front."""
+        self.release_all()
+
     def play(self, key):
         """Taps a playing key; Global Play is turned on for it if need be."""
         if not self.is_on:
@@ -89,6 +93,11 @@ class RandomTyping:
         if key in self._sounding:
             self._sounding.remove(key)
             self._end_note(key)
+
+    def _begin_note(self, key):
+        self.messages.append([NOTE_ON, PLAYING_KEYS[key].note, VELOCITY])
+        self._sounding.append(key)
+        self.counts["played"] += 1
 
     def _end_note(self, key):
         self.messages.append([NOTE_OFF, PLAYING_KEYS[key].note, 0])
@@ -131,6 +140,9 @@ class RandomTyping:
             self.typed += SHIFTED_HOTKEYS[key]
             self.counts["foreign"] += 1
             return
+        self._toggle()
+
+    def _toggle(self):
         self.counts["toggles"] += 1
         self.is_on = not self.is_on
         if not self.is_on:
@@ -148,9 +160,7 @@ class RandomTyping:
             return
         self._press(key)
         if self.is_on and not modifier:
-            self.messages.append([NOTE_ON, PLAYING_KEYS[key].note, VELOCITY])
-            self._sounding.append(key)
-            self.counts["played"] += 1
+            self._begin_note(key)
         else:
             self.typed += self._typed_by(key, modifier)
             self.counts["typed"] += 1

@@ -24,7 +24,9 @@ def begin_switching(sandbox, typist, passed=lambda: False):
     when Alt is let go earlier, it does not notice. False when the keys have passed to a window instead."""
 
     def shown():
-        windows = re.findall(r"0x[0-9a-f]+", sandbox.run(tool("xwininfo"), "-root", "-children").stdout)
+        # Of the windows on the list; the root's parent has the number 0, for which the tool would let one choose.
+        listed = sandbox.run(tool("xwininfo"), "-root", "-children").stdout
+        windows = re.findall(r"^ {5}(0x[0-9a-f]+)", listed, re.MULTILINE)
         return [w for w in windows if "IsViewable" in sandbox.run(tool("xwininfo"), "-id", w).stdout]
 
     before = shown()

@@ -6,7 +6,7 @@
 //                                               one could not be stored
 
 #include "Platform/Linux/Settings/NumberedList.h"
-#include "Platform/Linux/UserDefaultsAdapter.h"
+#include "Platform/Linux/Settings/StoredAtLast.h"
 
 #include <string>
 #include <vector>
@@ -37,7 +37,7 @@ int storeLists(UserDefaults& defaults, int first) {
 
 int storeKeys(UserDefaults& defaults, const std::string& prefix, int count) {
     for (int number = 0; number < count; ++number) {
-        if (!defaults.setValue(prefix + std::to_string(number), std::to_string(number))) {
+        if (!storedAtLast(defaults, prefix + std::to_string(number), std::to_string(number))) {
             return 1;
         }
     }

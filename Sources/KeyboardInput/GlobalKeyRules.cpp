@@ -66,11 +66,15 @@ GlobalKeyRules::Decision GlobalKeyRules::decideKeyUp(const KeyboardTap::Event& e
     // What was played is released whatever holds by now: with a modifier held or the program in front the
     // release belongs to others, and yet the note must end, on whichever road the key came in.
     if (const auto held = keys->find(event.keyCode)) {
-        decision.action = Action::keyUp;
-        decision.character = held->character.value_or(noKey);
         if (held->road == PressedKeys::Road::tap) {
             keys->release(event.keyCode, PressedKeys::Witness::tap, event.time);
+        } else if (keys->releaseLater(event.keyCode, event.time)) {
+            decision.isOfWindow = true;
+        } else {
+            return decision;
         }
+        decision.action = Action::keyUp;
+        decision.character = held->character.value_or(noKey);
     } else if (decision.verdict == Verdict::swallow) {
         decision.action = Action::keyUp;
         decision.character = playedCharacter(event).value_or(noKey);

@@ -31,6 +31,8 @@ public:
         Action action = Action::none;
         /// The key that goes down or up; the NUL character for one that has played nothing.
         Character character = noKey;
+        /// It was a window's: it is up, and what it plays is to be asked of `PressedKeys::finish`.
+        bool isOfWindow = false;
 
         friend bool operator==(const Decision&, const Decision&) = default;
     };
@@ -50,8 +52,7 @@ public:
     void forgetPressedKeys() { keys->forget(PressedKeys::Road::tap); }
 
     /// Decides, and remembers what the decision rests on: which keys are held, and after the hotkey the new
-    /// state. The keys typed right behind the hotkey so follow it already. A window's key that goes up is
-    /// only reported: its memory is the window's.
+    /// state. The keys typed right behind the hotkey so follow it already.
     Decision decide(const KeyboardTap::Event& event);
 
     /// The verdict of `decide`, with nothing remembered.

@@ -168,7 +168,7 @@ KeyboardTap::Verdict GlobalKeyboardController::handle(const KeyboardTap::Event& 
         postKeyDown(event.keyCode, decision.character, turn);
         break;
     case GlobalKeyRules::Action::keyUp:
-        postKeyUp(event.keyCode, decision.character);
+        postKeyUp(event.keyCode, decision);
         break;
     }
     return decision.verdict;
@@ -185,16 +185,13 @@ void GlobalKeyboardController::postKeyDown(std::int64_t keyCode, Character chara
     });
 }
 
-void GlobalKeyboardController::postKeyUp(std::int64_t keyCode, Character character) {
-    // A key that a window has had is ended on the window's thread, and by one of all that see it.
-    const auto held = keys_->find(keyCode);
-    if (!held) {
-        post([this, character] { release(character); });
-        return;
+void GlobalKeyboardController::postKeyUp(std::int64_t keyCode, const GlobalKeyRules::Decision& decision) {
+    if (decision.isOfWindow) {
+        // A key that a window has had is ended on the window's thread, by the first of all that see it.
+        post([this, keyCode] { release(keys_->finish(keyCode).value_or(noKey)); });
+    } else {
+        post([this, character = decision.character] { release(character); });
     }
-    post([this, keyCode, serial = held->serial] {
-        release(keys_->release(keyCode, serial).character.value_or(noKey));
-    });
 }
 
 void GlobalKeyboardController::release(Character character) const {

@@ -95,7 +95,7 @@ private:
 
     void post(std::function<void()> action);
     void postKeyDown(std::int64_t keyCode, Character character, Turn turn);
-    void postKeyUp(std::int64_t keyCode, Character character);
+    void postKeyUp(std::int64_t keyCode, const GlobalKeyRules::Decision& decision);
     void release(Character character) const;
     void showEnabled(bool isEnabled, Turn turn);
     void showFailure(const QString& text, bool lacksTrust);

@@ -44,6 +44,7 @@ void KeyEventRouter::handleKeyDown(const KeyEvent& event, Meaning what) {
     // What is down keeps the character that its release is to end.
     const bool isNew = !keys->isDown(event.keyCode);
     if (isNew) {
+        release(keys->finish(event.keyCode));
         keys->press({.keyCode = event.keyCode,
                      .road = PressedKeys::Road::window,
                      .character = played,

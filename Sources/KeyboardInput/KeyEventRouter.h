@@ -55,11 +55,6 @@ public:
     /// is one, ends nothing more. The time is that of `KeyEvent`.
     void handleReleaseElsewhere(std::int64_t keyCode, std::uint32_t time);
 
-    /// The same for one press, if that is still the one that is down.
-    void handleReleaseOf(std::int64_t keyCode, PressedKeys::Serial serial) {
-        release(keys->release(keyCode, serial).character);
-    }
-
     /// The keyboard came back with a key down whose press went to others: silent until it is pressed again.
     void keepSilent(std::int64_t keyCode);
 

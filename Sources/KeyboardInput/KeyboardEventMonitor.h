@@ -59,10 +59,6 @@ public:
         view_->router.handleReleaseElsewhere(keyCode, time);
     }
 
-    void handleReleaseOf(std::int64_t keyCode, PressedKeys::Serial serial) {
-        view_->router.handleReleaseOf(keyCode, serial);
-    }
-
     /// A key is down whose press went to others. See `KeyEventRouter`.
     void keepSilent(std::int64_t keyCode) { view_->router.keepSilent(keyCode); }
 

@@ -52,13 +52,35 @@ PressedKeys::Release PressedKeys::release(std::int64_t keyCode, Witness seenBy, 
         return end(found, seenBy);
     }
     const bool wasEnded = seenBy == Witness::window && endedElsewhere_.erase(keyCode) > 0;
-    return {.isKnown = wasEnded || found != entries_.end(), .character = std::nullopt};
+    const bool isUnfinished = seenBy != Witness::tap && unfinished_.contains(keyCode);
+    return {.isKnown = wasEnded || isUnfinished || found != entries_.end(),
+            .character = isUnfinished ? finishLocked(keyCode) : std::nullopt};
 }
 
-PressedKeys::Release PressedKeys::release(std::int64_t keyCode, Serial serial) {
+bool PressedKeys::releaseLater(std::int64_t keyCode, std::uint32_t time) {
     const std::scoped_lock lock(mutex_);
     const auto found = entries_.find(keyCode);
-    return found != entries_.end() && found->second.serial == serial ? end(found, Witness::tap) : Release();
+    if (found == entries_.end() || found->second.road != Road::window ||
+        !isReleaseOf(found->second, Witness::tap, time)) {
+        return false;
+    }
+    unfinished_.insert_or_assign(keyCode, end(found, Witness::tap).character);
+    return true;
+}
+
+std::optional<Character> PressedKeys::finish(std::int64_t keyCode) {
+    const std::scoped_lock lock(mutex_);
+    return finishLocked(keyCode);
+}
+
+std::optional<Character> PressedKeys::finishLocked(std::int64_t keyCode) {
+    const auto found = unfinished_.find(keyCode);
+    if (found == unfinished_.end()) {
+        return std::nullopt;
+    }
+    const auto character = found->second;
+    unfinished_.erase(found);
+    return character;
 }
 
 bool PressedKeys::isReleaseOf(const Entry& entry, Witness seenBy, std::uint32_t time) {
@@ -122,6 +144,7 @@ void PressedKeys::forgetLocked(Road road) {
     if (road == Road::window) {
         endedElsewhere_.clear();
         releasedAhead_.clear();
+        unfinished_.clear();
     }
 }
 

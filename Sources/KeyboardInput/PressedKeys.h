@@ -74,8 +74,14 @@ public:
     /// key so late that it has been pressed again ends nothing.
     Release release(std::int64_t keyCode, Witness seenBy, std::uint32_t time = 0);
 
-    /// The same for one press, if that is still the one that is down.
-    Release release(std::int64_t keyCode, Serial serial);
+    /// The tap saw a window's key go up, at a time of the window system's clock or 0. It is up from now on, and
+    /// its next press is one, but what it plays is for the windows' thread to end, with `finish`. False for a
+    /// key that is not a window's, and for what is told so late that it has been pressed again.
+    bool releaseLater(std::int64_t keyCode, std::uint32_t time);
+
+    /// What is still to be ended of a key that the tap saw going up; once, and nothing when another witness has
+    /// told the windows' thread meanwhile.
+    std::optional<Character> finish(std::int64_t keyCode);
 
     /// A key whose press is still on its way through the toolkit is up already; nobody else will tell.
     void releaseAhead(std::int64_t keyCode, std::uint32_t time);
@@ -103,6 +109,7 @@ private:
 
     [[nodiscard]] static bool isReleaseOf(const Entry& entry, Witness seenBy, std::uint32_t time);
     void forgetLocked(Road road);
+    std::optional<Character> finishLocked(std::int64_t keyCode);
     Release end(std::map<std::int64_t, Entry>::iterator entry, Witness seenBy);
 
     mutable std::mutex mutex_;
@@ -111,6 +118,8 @@ private:
     /// The window's keys that others have seen go up: the window's own report of it is still to come, or not.
     std::set<std::int64_t> endedElsewhere_;
     std::map<std::int64_t, std::uint32_t> releasedAhead_;
+    /// The window's keys that the tap has seen go up and that still sound.
+    std::map<std::int64_t, std::optional<Character>> unfinished_;
     std::set<Witness> watching_;
 };
 

@@ -108,31 +108,18 @@ bool MainWindowLoader::handleKeyDirectly(const KeyEvent& event) {
 }
 
 HeldKeyNotices MainWindowLoader::heldKeyNotices() {
-    return {.onReleased = [this](std::int64_t keyCode,
-                                 std::uint32_t time) { keyWasReleasedElsewhere(keyCode, time); },
+    return {.onReleased =
+                [this](std::int64_t keyCode, std::uint32_t time) {
+                    if (monitor_ != nullptr) {
+                        monitor_->handleReleaseElsewhere(keyCode, time);
+                    }
+                },
             .onHeldBefore =
                 [this](std::int64_t keyCode) {
                     if (monitor_ != nullptr) {
                         monitor_->keepSilent(keyCode);
                     }
                 }};
-}
-
-void MainWindowLoader::keyWasReleasedElsewhere(std::int64_t keyCode, std::uint32_t time) {
-    if (monitor_ == nullptr) {
-        return;
-    }
-    const auto held = shell_.pressedKeys->find(keyCode);
-    if (!held || !shell_.globalPlay.globalKeyboard().isCapturing()) {
-        monitor_->handleReleaseElsewhere(keyCode, time);
-        return;
-    }
-    // Behind what the tap has told already, which may be the same.
-    shell_.mainActor.post([monitor = monitor_, keyCode, serial = held->serial] {
-        if (monitor != nullptr) {
-            monitor->handleReleaseOf(keyCode, serial);
-        }
-    });
 }
 
 bool MainWindowLoader::selfTest() {

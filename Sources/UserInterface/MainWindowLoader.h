@@ -84,7 +84,6 @@ public:
 private:
     [[nodiscard]] QVariantMap initialProperties();
     [[nodiscard]] bool connectKeys(QQuickWindow& window);
-    void keyWasReleasedElsewhere(std::int64_t keyCode, std::uint32_t time);
     /// Nobody is to record a hotkey without seeing that he does.
     void endRecordingOutOfSight();
 

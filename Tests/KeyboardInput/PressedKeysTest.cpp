@@ -73,13 +73,42 @@ TEST_F(PressedKeysTest, ALateReleaseDoesNotEndTheNextPress) {
     EXPECT_EQ(release(Witness::windowSystem, 5), U'a');
 }
 
-TEST_F(PressedKeysTest, OnePressIsToldFromTheNext) {
-    const auto first = press(Road::window);
-    release(Witness::window);
-    const auto second = press(Road::window);
-    EXPECT_EQ(keys.release(keyA, first).character, std::nullopt);
-    EXPECT_EQ(keys.release(keyA, second).character, U'a');
-    EXPECT_EQ(keys.release(keyA, second).character, std::nullopt);
+TEST_F(PressedKeysTest, AWindowsKeyThatTheTapSeesGoingUpIsUpAtOnceAndEndedOnce) {
+    press(Road::window);
+    EXPECT_TRUE(keys.releaseLater(keyA, 0));
+    EXPECT_FALSE(keys.isDown(keyA));
+    EXPECT_FALSE(keys.releaseLater(keyA, 0));
+    // Its next press, before the windows' thread has heard of the release, ends nothing of itself.
+    press(Road::tap);
+    EXPECT_EQ(keys.finish(keyA), U'a');
+    EXPECT_EQ(keys.finish(keyA), std::nullopt);
+    EXPECT_TRUE(keys.isDown(keyA));
+}
+
+TEST_F(PressedKeysTest, WhatIsUnfinishedIsEndedByTheFirstWhoTellsTheWindowsThread) {
+    for (const auto witness : {Witness::window, Witness::windowSystem}) {
+        press(Road::window);
+        EXPECT_TRUE(keys.releaseLater(keyA, 0));
+        EXPECT_EQ(release(Witness::tap), std::nullopt);
+        EXPECT_EQ(release(witness), U'a');
+        EXPECT_EQ(keys.finish(keyA), std::nullopt);
+    }
+}
+
+TEST_F(PressedKeysTest, TheTapTakesNoLateReleaseForThatOfTheNextPress) {
+    press(Road::window, 20);
+    EXPECT_FALSE(keys.releaseLater(keyA, 10));
+    EXPECT_TRUE(keys.isDown(keyA));
+    EXPECT_TRUE(keys.releaseLater(keyA, 21));
+    press(Road::tap);
+    EXPECT_FALSE(keys.releaseLater(keyA, 30));
+}
+
+TEST_F(PressedKeysTest, WhatIsUnfinishedIsForgottenWithTheWindowsKeys) {
+    press(Road::window);
+    keys.releaseLater(keyA, 0);
+    keys.forget(Road::window);
+    EXPECT_EQ(keys.finish(keyA), std::nullopt);
 }
 
 TEST_F(PressedKeysTest, AReleaseAheadOfItsPressIsRemembered) {
@@ -131,8 +160,9 @@ TEST_F(SharedKeys, TheTapReportsTheReleaseOfAWindowsKeyWhateverIsHeld) {
             rules.decide(tapped(KeyboardTap::Event::Type::keyUp, keyA, HotkeyModifiers(modifiers)));
         EXPECT_EQ(decision.action, GlobalKeyRules::Action::keyUp) << modifiers;
         EXPECT_EQ(decision.character, U'a') << modifiers;
-        // Its memory is the window's.
-        EXPECT_TRUE(window.router.keys->isDown(keyA));
+        EXPECT_TRUE(decision.isOfWindow) << modifiers;
+        EXPECT_FALSE(window.router.keys->isDown(keyA)) << modifiers;
+        EXPECT_EQ(window.router.keys->finish(keyA), U'a') << modifiers;
         window.consumes(release(keyA));
     }
 }
@@ -141,6 +171,21 @@ TEST_F(SharedKeys, AKeyThatSoundsInTheWindowIsNoNewPressForTheTap) {
     window.consumes(press(keyA));
     EXPECT_EQ(rules.decide(tapped(KeyboardTap::Event::Type::keyDown, keyA)).action,
               GlobalKeyRules::Action::none);
+}
+
+TEST_F(SharedKeys, AKeyPressedAgainBehindItsReleaseIsNewForTheTapThatSawIt) {
+    window.consumes(press(keyA));
+    rules.decide(tapped(KeyboardTap::Event::Type::keyUp, keyA));
+    EXPECT_EQ(rules.decide(tapped(KeyboardTap::Event::Type::keyDown, keyA)).action,
+              GlobalKeyRules::Action::keyDown);
+}
+
+TEST_F(SharedKeys, AKeyPressedAgainInTheWindowEndsFirstWhatTheTapSawGoingUp) {
+    window.consumes(press(keyA));
+    rules.decide(tapped(KeyboardTap::Event::Type::keyUp, keyA));
+    window.consumes(press(keyA));
+    EXPECT_THAT(window.calls, ElementsAre("down a", "up a", "down a"));
+    EXPECT_EQ(window.router.keys->finish(keyA), std::nullopt);
 }
 
 TEST_F(SharedKeys, AKeyThatTheWindowOnlyKnowsToBeDownIsTheTaps) {

@@ -11,6 +11,9 @@ namespace tavro::proof {
 
 namespace {
 
+// Few enough for the spectator's queue, even when it is not asked to run before they are done.
+constexpr auto stepsAtOnce = 8;
+
 void expectNothingHeld(Stage& stage) {
     expectEqual(stage.spectator.held(), {}, "the keys that others take for held");
 }
@@ -34,8 +37,7 @@ void randomPressesComeExactlyOnce() {
         std::ranges::move(stage.client.takeTold(), std::back_inserter(told));
     };
     while (typing.presses() < 2000) {
-        // Few enough for the spectator's queue.
-        for (auto step = 0; step < 12; ++step) {
+        for (auto step = 0; step < stepsAtOnce; ++step) {
             typing.step();
         }
         collect();
@@ -63,9 +65,9 @@ void everyPressIsPlayedOrTypedWhileItIsSwitched() {
         std::ranges::move(stage.client.takeTold(), std::back_inserter(told));
     };
     while (typing.presses() < 1000) {
-        for (auto step = 0; step < 12; ++step) {
+        for (auto step = 0; step < stepsAtOnce; ++step) {
             typing.step();
-            if (step == 5) {
+            if (step == stepsAtOnce / 2) {
                 isPlaying = !isPlaying;
                 stage.client.setPlaying(isPlaying);
                 stage.tap.updateVerdicts();

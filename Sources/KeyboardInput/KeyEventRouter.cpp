@@ -24,7 +24,7 @@ KeyEventRouter::Meaning KeyEventRouter::meaning(const KeyEvent& event, const Con
         return Meaning::foreign;
     }
     const bool isDown = event.type == KeyEvent::Type::keyDown;
-    const bool isRepeat = event.isAutorepeat || keys->isDown(event.keyCode);
+    const bool isRepeat = event.isAutorepeat || !startsPress(event);
     if (isDown && !isRepeat) {
         if (isRecordingHotkey) {
             return Meaning::recorded;
@@ -39,10 +39,14 @@ KeyEventRouter::Meaning KeyEventRouter::meaning(const KeyEvent& event, const Con
     return isDown && isRepeat ? Meaning::swallowed : Meaning::playing;
 }
 
+bool KeyEventRouter::startsPress(const KeyEvent& event) const {
+    return !keys->isDown(event.keyCode) && !keys->isOver(event.keyCode, event.time);
+}
+
 void KeyEventRouter::handleKeyDown(const KeyEvent& event, Meaning what) {
     const auto played = what == Meaning::playing ? playableCharacter(event) : std::nullopt;
     // What is down keeps the character that its release is to end.
-    const bool isNew = !keys->isDown(event.keyCode);
+    const bool isNew = startsPress(event);
     if (isNew) {
         release(keys->finish(event.keyCode));
         keys->press({.keyCode = event.keyCode,

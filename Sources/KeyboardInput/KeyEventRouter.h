@@ -74,6 +74,8 @@ private:
     enum class Meaning { foreign, recorded, hotkey, swallowed, playing };
 
     [[nodiscard]] Meaning meaning(const KeyEvent& event, const Context& context) const;
+    /// False for a key that is down already, and for a repeat that its own end has overtaken.
+    [[nodiscard]] bool startsPress(const KeyEvent& event) const;
     void handleKeyDown(const KeyEvent& event, Meaning meaning);
     void handleKeyUp(const KeyEvent& event, Meaning meaning);
     void release(std::optional<Character> character) const;

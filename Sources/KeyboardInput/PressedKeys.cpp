@@ -9,6 +9,9 @@ bool isLater(std::uint32_t time, std::uint32_t other) {
     return static_cast<std::int32_t>(time - other) > 0;
 }
 
+/// More than any hand has on their way at a time.
+constexpr std::size_t mostReleasesAhead = 16;
+
 } // namespace
 
 bool PressedKeys::isDown(std::int64_t keyCode) const {
@@ -49,7 +52,7 @@ PressedKeys::Release PressedKeys::release(std::int64_t keyCode, Witness seenBy, 
     const std::scoped_lock lock(mutex_);
     const auto found = entries_.find(keyCode);
     if (found != entries_.end() && isReleaseOf(found->second, seenBy, time)) {
-        return end(found, seenBy);
+        return end(found, seenBy, time);
     }
     const bool wasEnded = seenBy == Witness::window && endedElsewhere_.erase(keyCode) > 0;
     const bool isUnfinished = seenBy != Witness::tap && unfinished_.contains(keyCode);
@@ -64,7 +67,7 @@ bool PressedKeys::releaseLater(std::int64_t keyCode, std::uint32_t time) {
         !isReleaseOf(found->second, Witness::tap, time)) {
         return false;
     }
-    unfinished_.insert_or_assign(keyCode, end(found, Witness::tap).character);
+    unfinished_.insert_or_assign(keyCode, end(found, Witness::tap, time).character);
     return true;
 }
 
@@ -91,10 +94,17 @@ bool PressedKeys::isReleaseOf(const Entry& entry, Witness seenBy, std::uint32_t 
     return entry.isPlayed && !mayBeOlder;
 }
 
-PressedKeys::Release PressedKeys::end(std::map<std::int64_t, Entry>::iterator entry, Witness seenBy) {
+PressedKeys::Release PressedKeys::end(std::map<std::int64_t, Entry>::iterator entry, Witness seenBy,
+                                      std::uint32_t time) {
     const Release release{.isKnown = true, .character = entry->second.character};
-    if (entry->second.road == Road::window && seenBy != Witness::window) {
-        endedElsewhere_.insert(entry->first);
+    if (seenBy != Witness::window) {
+        if (entry->second.road == Road::window) {
+            endedElsewhere_.insert(entry->first);
+        }
+        const auto [ended, isFirst] = endedAt_.try_emplace(entry->first, time);
+        if (!isFirst && isLater(time, ended->second)) {
+            ended->second = time;
+        }
     }
     entries_.erase(entry);
     return release;
@@ -102,7 +112,11 @@ PressedKeys::Release PressedKeys::end(std::map<std::int64_t, Entry>::iterator en
 
 void PressedKeys::releaseAhead(std::int64_t keyCode, std::uint32_t time) {
     const std::scoped_lock lock(mutex_);
-    releasedAhead_.insert_or_assign(keyCode, time);
+    auto& times = releasedAhead_[keyCode];
+    times.push_back(time);
+    if (times.size() > mostReleasesAhead) {
+        times.pop_front();
+    }
 }
 
 bool PressedKeys::wasReleasedAhead(std::int64_t keyCode, std::uint32_t time) {
@@ -111,11 +125,24 @@ bool PressedKeys::wasReleasedAhead(std::int64_t keyCode, std::uint32_t time) {
     if (found == releasedAhead_.end() || time == 0) {
         return false;
     }
-    if (isLater(time, found->second)) {
+    auto& times = found->second;
+    // The presses of those went elsewhere.
+    while (!times.empty() && isLater(time, times.front())) {
+        times.pop_front();
+    }
+    if (times.empty()) {
         releasedAhead_.erase(found);
         return false;
     }
+    endedAt_[keyCode] = times.front();
+    times.pop_front();
     return true;
+}
+
+bool PressedKeys::isOver(std::int64_t keyCode, std::uint32_t time) const {
+    const std::scoped_lock lock(mutex_);
+    const auto found = endedAt_.find(keyCode);
+    return found != endedAt_.end() && time != 0 && found->second != 0 && !isLater(time, found->second);
 }
 
 void PressedKeys::forget(Road road) {
@@ -144,6 +171,7 @@ void PressedKeys::forgetLocked(Road road) {
     if (road == Road::window) {
         endedElsewhere_.clear();
         releasedAhead_.clear();
+        endedAt_.clear();
         unfinished_.clear();
     }
 }

@@ -3,6 +3,7 @@
 #include "PerformanceModel/Character.h"
 
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -74,20 +75,25 @@ public:
     /// key so late that it has been pressed again ends nothing.
     Release release(std::int64_t keyCode, Witness seenBy, std::uint32_t time = 0);
 
-    /// The tap saw a window's key go up, at a time of the window system's clock or 0. It is up from now on, and
-    /// its next press is one, but what it plays is for the windows' thread to end, with `finish`. False for a
-    /// key that is not a window's, and for what is told so late that it has been pressed again.
+    /// The tap saw a window's key go up, at a time of the window system's clock or 0. It is up from now on,
+    /// and its next press is one, but what it plays is for the windows' thread to end, with `finish`. False
+    /// for a key that is not a window's, and for what is told so late that it has been pressed again.
     bool releaseLater(std::int64_t keyCode, std::uint32_t time);
 
-    /// What is still to be ended of a key that the tap saw going up; once, and nothing when another witness has
-    /// told the windows' thread meanwhile.
+    /// What is still to be ended of a key that the tap saw going up; once, and nothing when another witness
+    /// has told the windows' thread meanwhile.
     std::optional<Character> finish(std::int64_t keyCode);
 
     /// A key whose press is still on its way through the toolkit is up already; nobody else will tell.
     void releaseAhead(std::int64_t keyCode, std::uint32_t time);
 
-    /// Whether a press that was made at this time was followed by a release that was told ahead of it.
+    /// Whether the press that was made at this time was followed by a release that was told ahead of it; once
+    /// for each such release.
     [[nodiscard]] bool wasReleasedAhead(std::int64_t keyCode, std::uint32_t time);
+
+    /// Whether what the toolkit tells of a key at this time is older than the key's last release that others
+    /// have seen: a repeat that was overtaken by its end.
+    [[nodiscard]] bool isOver(std::int64_t keyCode, std::uint32_t time) const;
 
     /// The releases of this road's keys will not be seen, or mean nothing any more.
     void forget(Road road);
@@ -110,14 +116,17 @@ private:
     [[nodiscard]] static bool isReleaseOf(const Entry& entry, Witness seenBy, std::uint32_t time);
     void forgetLocked(Road road);
     std::optional<Character> finishLocked(std::int64_t keyCode);
-    Release end(std::map<std::int64_t, Entry>::iterator entry, Witness seenBy);
+    Release end(std::map<std::int64_t, Entry>::iterator entry, Witness seenBy, std::uint32_t time);
 
     mutable std::mutex mutex_;
     Serial lastSerial_ = 0;
     std::map<std::int64_t, Entry> entries_;
     /// The window's keys that others have seen go up: the window's own report of it is still to come, or not.
     std::set<std::int64_t> endedElsewhere_;
-    std::map<std::int64_t, std::uint32_t> releasedAhead_;
+    /// The times of the releases whose presses are still to come, in their order.
+    std::map<std::int64_t, std::deque<std::uint32_t>> releasedAhead_;
+    /// When others have last seen keys go up.
+    std::map<std::int64_t, std::uint32_t> endedAt_;
     /// The window's keys that the tap has seen go up and that still sound.
     std::map<std::int64_t, std::optional<Character>> unfinished_;
     std::set<Witness> watching_;

@@ -15,6 +15,7 @@ using Witness = PressedKeys::Witness;
 
 constexpr std::int64_t keyA = 0;
 constexpr std::int64_t keyS = 1;
+constexpr std::int64_t keyCaret = 50;
 
 class PressedKeysTest : public testing::Test {
 protected:
@@ -111,13 +112,37 @@ TEST_F(PressedKeysTest, WhatIsUnfinishedIsForgottenWithTheWindowsKeys) {
     EXPECT_EQ(keys.finish(keyA), std::nullopt);
 }
 
-TEST_F(PressedKeysTest, AReleaseAheadOfItsPressIsRemembered) {
+TEST_F(PressedKeysTest, AReleaseAheadOfItsPressIsRememberedForThatPress) {
     keys.releaseAhead(keyA, 10);
-    EXPECT_TRUE(keys.wasReleasedAhead(keyA, 9));
-    EXPECT_TRUE(keys.wasReleasedAhead(keyA, 10));
     EXPECT_FALSE(keys.wasReleasedAhead(keyS, 9));
-    EXPECT_FALSE(keys.wasReleasedAhead(keyA, 11));
+    EXPECT_TRUE(keys.wasReleasedAhead(keyA, 9));
     EXPECT_FALSE(keys.wasReleasedAhead(keyA, 9));
+    keys.releaseAhead(keyA, 20);
+    keys.releaseAhead(keyA, 30);
+    EXPECT_TRUE(keys.wasReleasedAhead(keyA, 20));
+    EXPECT_TRUE(keys.wasReleasedAhead(keyA, 25));
+    EXPECT_FALSE(keys.wasReleasedAhead(keyA, 35));
+    // One whose press went elsewhere.
+    keys.releaseAhead(keyA, 40);
+    EXPECT_FALSE(keys.wasReleasedAhead(keyA, 41));
+    EXPECT_FALSE(keys.wasReleasedAhead(keyA, 39));
+}
+
+TEST_F(PressedKeysTest, WhatIsToldOfAKeyFromBeforeItsEndIsOver) {
+    for (const auto witness : {Witness::windowSystem, Witness::tap}) {
+        press(Road::window, 10);
+        EXPECT_FALSE(keys.isOver(keyA, 12));
+        witness == Witness::tap ? static_cast<void>(keys.releaseLater(keyA, 20))
+                                : static_cast<void>(release(witness, 20));
+        EXPECT_TRUE(keys.isOver(keyA, 12));
+        EXPECT_TRUE(keys.isOver(keyA, 20));
+        EXPECT_FALSE(keys.isOver(keyA, 21));
+        EXPECT_FALSE(keys.isOver(keyS, 12));
+        // Where there is no clock nothing can be told.
+        EXPECT_FALSE(keys.isOver(keyA, 0));
+        keys.forget(Road::window);
+        EXPECT_FALSE(keys.isOver(keyA, 12));
+    }
 }
 
 TEST_F(PressedKeysTest, LosingTheKeyboardForgetsTheWindowsKeysUnlessSomebodyWatches) {
@@ -221,6 +246,38 @@ TEST_F(SharedKeys, AKeyThatIsUpBeforeItsPressArrivesSoundsAndEnds) {
     next.time = 6;
     window.consumes(next);
     EXPECT_THAT(window.calls, ElementsAre("down a", "up a", "down a"));
+}
+
+TEST_F(SharedKeys, ARepeatThatItsEndHasOvertakenStartsNothing) {
+    auto first = press(keyA);
+    first.time = 10;
+    window.consumes(first);
+    window.router.handleReleaseElsewhere(keyA, 60);
+    auto late = press(keyA);
+    late.time = 50;
+    EXPECT_TRUE(window.consumes(late));
+    EXPECT_FALSE(window.router.keys->isDown(keyA));
+    EXPECT_THAT(window.calls, ElementsAre("down a", "up a"));
+    // The same of a key whose press is late too.
+    window.router.handleReleaseElsewhere(keyA, 90);
+    auto next = press(keyA);
+    for (const auto time : {70U, 80U}) {
+        next.time = time;
+        EXPECT_TRUE(window.consumes(next));
+    }
+    EXPECT_THAT(window.calls, ElementsAre("down a", "up a", "down a", "up a"));
+}
+
+TEST_F(SharedKeys, ARepeatOfTheHotkeyThatItsEndHasOvertakenTogglesNothing) {
+    window.router.keepSilent(keyCaret);
+    window.router.handleReleaseElsewhere(keyCaret, 60);
+    auto late = press(keyCaret);
+    late.time = 50;
+    EXPECT_TRUE(window.consumes(late));
+    EXPECT_THAT(window.calls, IsEmpty());
+    late.time = 70;
+    EXPECT_TRUE(window.consumes(late));
+    EXPECT_THAT(window.calls, ElementsAre("hotkey"));
 }
 
 } // namespace

@@ -33,19 +33,22 @@ std::optional<KeySet> TapSession::readHeldKeys() const {
     return keys;
 }
 
-void TapSession::findMissedReleases() {
+void TapSession::suspectMissedReleases() {
     // Only of those that have come through a grab: a raw press is told before the server takes the key for
     // down, when another program makes the keyboard wait.
     if (handledKeys_.none()) {
         return;
     }
     if (const auto held = readHeldKeys()) {
-        const auto missed = handledKeys_ & ~*held;
-        for (std::size_t key = 0; key < missed.size(); ++key) {
-            if (missed.test(key)) {
-                toldAhead_.set(key);
-                tellRelease(static_cast<std::uint8_t>(key), 0);
-            }
+        suspects_ = handledKeys_ & ~*held;
+    }
+}
+
+void TapSession::tellMissedReleases() {
+    // What was told before the server's answer has been read by now, in its order.
+    for (std::size_t key = 0; suspects_.any() && key < suspects_.size(); ++key) {
+        if (suspects_.test(key)) {
+            tellRelease(static_cast<std::uint8_t>(key), 0);
         }
     }
 }
@@ -100,7 +103,7 @@ void TapSession::refresh() {
 
 void TapSession::refreshAndCompare() {
     refresh();
-    findMissedReleases();
+    suspectMissedReleases();
 }
 
 void TapSession::reportTaken() {
@@ -117,20 +120,21 @@ std::optional<KeyboardTap::End> TapSession::takeEvents() {
             take(*press);
         } else if (const auto* const rawPress = std::get_if<EventReader::RawPress>(&read)) {
             heldKeys_.set(rawPress->key);
-            toldAhead_.reset(rawPress->key);
+            suspects_.reset(rawPress->key);
             if (isOn_ && emergencyExit_.isHeld(heldKeys_)) {
                 setOn(false);
                 return KeyboardTap::End::emergencyExit;
             }
         } else if (const auto* const release = std::get_if<EventReader::RawRelease>(&read)) {
-            take(*release);
+            tellRelease(release->key, release->time);
         } else if (std::holds_alternative<EventReader::MappingChange>(read)) {
             takeMappingChange();
         } else if (std::holds_alternative<EventReader::DeviceChange>(read)) {
             autorepeat_.reapply();
-            findMissedReleases();
+            suspectMissedReleases();
         }
     }
+    tellMissedReleases();
     if (connection_.isLost()) {
         // The server may live on without this connection, and the repeats with it; the guard has its own.
         guard_.end();
@@ -140,6 +144,7 @@ std::optional<KeyboardTap::End> TapSession::takeEvents() {
 }
 
 void TapSession::take(const GrabbedPress& press) {
+    suspects_.reset(press.key);
     auto verdict = KeyboardTap::Verdict::pass;
     if (isOn_ && keys_.test(press.key)) {
         auto event = PressTable::press(press.key, modifierMap_.modifiers(press.modifierBits));
@@ -180,16 +185,9 @@ void TapSession::answer(const GrabbedPress& press, KeyboardTap::Verdict verdict)
     xcb_flush(xcb);
 }
 
-void TapSession::take(const EventReader::RawRelease& release) {
-    if (toldAhead_.test(release.key)) {
-        toldAhead_.reset(release.key);
-        return;
-    }
-    tellRelease(release.key, release.time);
-}
-
 void TapSession::tellRelease(std::uint8_t key, std::uint32_t time) {
     heldKeys_.reset(key);
+    suspects_.reset(key);
     const auto isKnown = handledKeys_.test(key);
     handledKeys_.reset(key);
     // A key that is wanted now may have been pressed when it was not, with the program itself in front.
@@ -209,7 +207,7 @@ void TapSession::takeMappingChange() {
     }
     // Not only then: whatever is changed of the keymap, the server lets the keys repeat again.
     autorepeat_.reapply();
-    findMissedReleases();
+    suspectMissedReleases();
 }
 
 void TapSession::letGo() {
@@ -219,6 +217,7 @@ void TapSession::letGo() {
     playingKeys_.reset();
     sample_ = {};
     handledKeys_.reset();
+    suspects_.reset();
     // Nothing is caught any more, but a press may have been just before; it is the front application's.
     connection_.synchronize();
     while (const Freed<xcb_generic_event_t> event{xcb_poll_for_queued_event(connection_.get())}) {

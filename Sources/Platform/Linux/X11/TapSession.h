@@ -42,11 +42,12 @@ public:
 private:
     [[nodiscard]] bool readKeyboard();
     [[nodiscard]] std::optional<KeySet> readHeldKeys() const;
-    /// Tells the releases that no event has told, such as those of a keyboard that was unplugged.
-    void findMissedReleases();
+    /// Looks for releases that no event tells, such as those of a keyboard that was unplugged. What events
+    /// that are on their way already tell is told by them, in their order; the rest by the second of these.
+    void suspectMissedReleases();
+    void tellMissedReleases();
     void tellRelease(std::uint8_t key, std::uint32_t time);
     void take(const GrabbedPress& press);
-    void take(const EventReader::RawRelease& release);
     void takeMappingChange();
     void answer(const GrabbedPress& press, KeyboardTap::Verdict verdict) const;
     void reportTaken();
@@ -69,8 +70,8 @@ private:
     KeySet heldKeys_;
     /// The keys whose press the client has had and whose release it has not.
     KeySet handledKeys_;
-    /// The keys whose release was told before its event, which may still come.
-    KeySet toldAhead_;
+    /// Of those, the ones that were up when the server was asked.
+    KeySet suspects_;
     bool isOn_ = false;
 };
 

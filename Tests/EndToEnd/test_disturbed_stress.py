@@ -8,10 +8,12 @@ from harness.keys import PLAYING_KEYS
 from harness.sandbox import tool
 from harness.x_client import KeyHolder
 
-KEYMAPS = (
+NEW_SYMBOLS = (
     ("xmodmap", "-e", "add mod3 = Scroll_Lock"),
     ("xmodmap", "-e", "remove mod3 = Scroll_Lock"),
     ("xmodmap", "-e", "keycode 39 = s S"),
+)
+NEW_KEYMAPS = (
     ("setxkbmap", "-layout", "us", "-option", "compose:rctrl"),
     ("setxkbmap", "-layout", "us", "-option", ""),
 )
@@ -31,12 +33,17 @@ class DisturbedStressTest(test_global_play_stress.StressTest):
         self.typing = DisturbedTyping(self.random, self.typist, is_on=True, stage=self)
         return self.typing
 
+    def change_symbols(self, random):
+        self._run(*random.choice(NEW_SYMBOLS))
+
     def change_keymap(self, random):
-        program, *arguments = random.choice(KEYMAPS)
+        """Not while keys are held: with the keymap the server returns to its own idea of how soon they repeat."""
+        self._run(*random.choice(NEW_KEYMAPS))
+        self.display.keep_keys_from_repeating()
+
+    def _run(self, program, *arguments):
         done = self.sandbox.run(tool(program), *arguments)
         self.assertEqual(done.returncode, 0, done.stderr)
-        # With a new keymap the server returns to its own idea of how soon keys repeat.
-        self.display.keep_keys_from_repeating()
 
     # What repeats besides the playing keys changes with the keymap.
 

@@ -10,7 +10,7 @@ class DisturbedTyping(RandomTyping):
 
     def __init__(self, random, typist, is_on, stage):
         super().__init__(random, typist, is_on)
-        self.counts |= dict.fromkeys(("reserved", "locked", "shown", "keymaps"), 0)
+        self.counts |= dict.fromkeys(("reserved", "locked", "shown", "symbols", "keymaps"), 0)
         # The presses that other programs must have seen.
         self.taken = {stage.desktop: [], stage.lock: []}
         self._stage = stage
@@ -23,7 +23,13 @@ class DisturbedTyping(RandomTyping):
             return
         self._release_modifiers()
         self._random.choice(
-            (self._reserve_keyboard, self._lock_keyboard, self._change_front, self._change_keymap)
+            (
+                self._reserve_keyboard,
+                self._lock_keyboard,
+                self._change_front,
+                self._change_symbols,
+                self._change_keymap,
+            )
         )()
 
     def end_round(self):
@@ -68,8 +74,14 @@ class DisturbedTyping(RandomTyping):
         self._is_application_in_front = not self._is_application_in_front
         (self._stage.show_application if self._is_application_in_front else self._stage.show_terminal)()
 
+    def _change_symbols(self):
+        self.counts["symbols"] += 1
+        self._typist.synchronize()
+        self._stage.change_symbols(self._random)
+
     def _change_keymap(self):
         self.counts["keymaps"] += 1
+        self.release_all()
         self._typist.synchronize()
         self._stage.change_keymap(self._random)
 

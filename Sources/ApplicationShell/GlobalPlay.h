@@ -59,7 +59,7 @@ public:
     /// A window of the program came to the front, or none is there any more.
     void setApplicationActive(bool isActive);
 
-    [[nodiscard]] const GlobalKeyboardController& globalKeyboard() const { return globalKeyboard_; }
+    [[nodiscard]] GlobalKeyboardController& globalKeyboard() const { return globalKeyboard_; }
 
 Q_SIGNALS:
     void enabledChanged();

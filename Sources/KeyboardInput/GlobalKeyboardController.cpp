@@ -59,11 +59,6 @@ void GlobalKeyboardController::setApplicationActive(bool isActive) {
     tap_.updateVerdicts();
 }
 
-bool GlobalKeyboardController::isCapturing() const {
-    const std::scoped_lock lock(mutex_);
-    return hasTap_ && rules_.isEnabled() && !rules_.isApplicationActive;
-}
-
 void GlobalKeyboardController::start() {
     if (hasTap_) {
         return;
@@ -235,11 +230,34 @@ void GlobalKeyboardController::tapEnded(KeyboardTap::End end) {
 }
 
 void GlobalKeyboardController::post(std::function<void()> action) {
-    mainActor_.post([action = std::move(action), life = std::weak_ptr(life_)] {
+    {
+        const std::scoped_lock lock(waitingMutex_);
+        waiting_.push_back(std::move(action));
+        if (waiting_.size() > 1) {
+            // Whoever put in the first has asked for all.
+            return;
+        }
+    }
+    mainActor_.post([this, life = std::weak_ptr(life_)] {
         if (!life.expired()) {
-            action();
+            catchUp();
         }
     });
+}
+
+void GlobalKeyboardController::catchUp() {
+    for (;;) {
+        std::function<void()> action;
+        {
+            const std::scoped_lock lock(waitingMutex_);
+            if (waiting_.empty()) {
+                return;
+            }
+            action = std::move(waiting_.front());
+            waiting_.pop_front();
+        }
+        action();
+    }
 }
 
 void GlobalKeyboardController::showFailure(const QString& text, bool lacksTrust) {

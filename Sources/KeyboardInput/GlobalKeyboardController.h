@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -62,9 +63,9 @@ public:
     /// Whether a window of this program has the keyboard.
     void setApplicationActive(bool isActive);
 
-    /// Whether the keys are taken from another application now, so that the tap sees them, and plays them and
-    /// tells their releases in one order.
-    [[nodiscard]] bool isCapturing() const;
+    /// Does now what the tap has told so far and what would be done in a moment: keys that came in earlier
+    /// are played before whatever the caller is about to do. Main thread.
+    void catchUp();
 
     /// Makes the tap when there is none. Why that failed stands in the status text.
     void start();
@@ -122,6 +123,9 @@ private:
     Turn turn_ = 0;
 
     /// What is posted outlives this, and finds this expired.
+    /// What the tap's thread has told and the main thread has not done yet.
+    std::mutex waitingMutex_;
+    std::deque<std::function<void()>> waiting_;
     std::shared_ptr<void> life_ = std::make_shared<int>();
 };
 

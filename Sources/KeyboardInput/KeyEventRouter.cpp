@@ -6,6 +6,7 @@
 namespace tavro {
 
 KeyEventRouter::Verdict KeyEventRouter::handle(const KeyEvent& event, const Context& context) {
+    doEarlierOnes();
     const auto what = meaning(event, context);
     if (event.type == KeyEvent::Type::keyDown) {
         handleKeyDown(event, what);
@@ -13,6 +14,12 @@ KeyEventRouter::Verdict KeyEventRouter::handle(const KeyEvent& event, const Cont
         handleKeyUp(event, what);
     }
     return what == Meaning::foreign ? Verdict::pass : Verdict::consume;
+}
+
+void KeyEventRouter::doEarlierOnes() const {
+    if (catchUp) {
+        catchUp();
+    }
 }
 
 KeyEventRouter::Verdict KeyEventRouter::verdict(const KeyEvent& event, const Context& context) const {
@@ -90,6 +97,7 @@ void KeyEventRouter::handleKeyUp(const KeyEvent& event, Meaning what) {
 }
 
 void KeyEventRouter::handleReleaseElsewhere(std::int64_t keyCode, std::uint32_t time) {
+    doEarlierOnes();
     const auto released = keys->release(keyCode, PressedKeys::Witness::windowSystem, time);
     if (!released.isKnown) {
         keys->releaseAhead(keyCode, time);

@@ -41,6 +41,8 @@ public:
     bool isRecordingHotkey = false;
     std::function<void(std::string text, std::int64_t keyCode, HotkeyModifiers modifiers)> onRecordedHotkey;
     std::function<void()> onHotkey;
+    /// Called before anything is done about a key: what came in earlier by another road is to be done first.
+    std::function<void()> catchUp;
     /// Which keys are down, shared with the other roads on which keys come in. Never null.
     std::shared_ptr<PressedKeys> keys = std::make_shared<PressedKeys>();
 
@@ -73,6 +75,7 @@ public:
 private:
     enum class Meaning { foreign, recorded, hotkey, swallowed, playing };
 
+    void doEarlierOnes() const;
     [[nodiscard]] Meaning meaning(const KeyEvent& event, const Context& context) const;
     /// False for a key that is down already, and for a repeat that its own end has overtaken.
     [[nodiscard]] bool startsPress(const KeyEvent& event) const;

@@ -34,6 +34,7 @@ void KeyboardEventMonitor::updateActions() {
     router.onKeyUp = actions_.onKeyUp;
     router.onRecordedHotkey = actions_.onRecordedHotkey;
     router.onHotkey = actions_.onHotkey;
+    router.catchUp = actions_.catchUp;
     view_->onRecordingInterrupted = actions_.onRecordingInterrupted;
     // The scene may bring the view into a window before the actions are known; what was reported then is kept
     // for them.

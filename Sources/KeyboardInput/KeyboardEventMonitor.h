@@ -39,6 +39,8 @@ public:
         std::function<void(bool isFocused)> onFocusChanged;
         /// While a hotkey was being recorded, something else has got the keys.
         std::function<void()> onRecordingInterrupted{};
+        /// Before anything is done about a key. See `KeyEventRouter`.
+        std::function<void()> catchUp{};
     };
 
     explicit KeyboardEventMonitor(QQuickItem* parent = nullptr);

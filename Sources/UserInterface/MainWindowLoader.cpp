@@ -99,6 +99,7 @@ bool MainWindowLoader::connectKeys(QQuickWindow& window) {
         .onHotkey = [this] { shell_.globalPlay.toggleGlobalPlay(); },
         .onFocusChanged = [this](bool isFocused) { shell_.controller.setFocused(isFocused); },
         .onRecordingInterrupted = [this] { shell_.globalPlay.setRecordingGlobalPlayHotkey(false); },
+        .catchUp = [this] { shell_.globalPlay.globalKeyboard().catchUp(); },
     });
     return true;
 }

@@ -181,6 +181,18 @@ TEST_F(GlobalKeyboard, playsNothingThatComesTooLate) {
     EXPECT_THAT(takeHappened(), ElementsAre("panic while on", "off"));
 }
 
+TEST_F(GlobalKeyboard, catchesUpWithWhatTheTapHasToldOnce) {
+    controller->start();
+    down(keyGrave);
+    down(keyA);
+    controller->catchUp();
+    EXPECT_THAT(takeHappened(), ElementsAre("on", "down a"));
+    down(keyS);
+    mainActor.runDue();
+    controller->catchUp();
+    EXPECT_THAT(takeHappened(), ElementsAre("down s"));
+}
+
 TEST_F(GlobalKeyboard, theLatestWishHolds) {
     controller->setEnabled(true);
     down(keyGrave);

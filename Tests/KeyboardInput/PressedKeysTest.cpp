@@ -268,6 +268,19 @@ TEST_F(SharedKeys, ARepeatThatItsEndHasOvertakenStartsNothing) {
     EXPECT_THAT(window.calls, ElementsAre("down a", "up a", "down a", "up a"));
 }
 
+TEST_F(SharedKeys, TheWindowDoesFirstWhatCameInEarlierByAnotherRoad) {
+    window.router.catchUp = [this] {
+        if (window.calls.empty()) {
+            window.calls.emplace_back("earlier");
+        }
+    };
+    window.consumes(press(keyA));
+    EXPECT_THAT(window.calls, ElementsAre("earlier", "down a"));
+    window.calls.clear();
+    window.router.handleReleaseElsewhere(keyA, 5);
+    EXPECT_THAT(window.calls, ElementsAre("earlier", "up a"));
+}
+
 TEST_F(SharedKeys, ARepeatOfTheHotkeyThatItsEndHasOvertakenTogglesNothing) {
     window.router.keepSilent(keyCaret);
     window.router.handleReleaseElsewhere(keyCaret, 60);

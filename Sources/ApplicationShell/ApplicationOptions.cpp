@@ -1,6 +1,6 @@
 #include "ApplicationShell/ApplicationOptions.h"
 
-#include "ApplicationShell/MidiSystemChooser.h"
+#include "MidiOutput/MidiSystemChooser.h"
 #include "PerformanceModel/PerformanceStateCoding.h"
 
 #include <nlohmann/json.hpp>

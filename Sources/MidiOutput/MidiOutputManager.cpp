@@ -1,6 +1,6 @@
 #include "MidiOutput/MidiOutputManager.h"
 
-#include "MidiOutput/MidiStrumPlanner.h"
+#include "NoteEngine/MidiStrumPlanner.h"
 #include "PerformanceModel/ScaleEngine.h"
 
 #include <algorithm>

@@ -2,8 +2,8 @@
 
 #include "Concurrency/MainActor.h"
 #include "MidiOutput/MidiDestination.h"
-#include "MidiOutput/MidiSystem.h"
 #include "PerformanceModel/NoteEvent.h"
+#include "PlatformInterfaces/MidiSystem.h"
 
 #include <QObject>
 #include <QString>

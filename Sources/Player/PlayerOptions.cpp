@@ -1,6 +1,6 @@
 #include "Player/PlayerOptions.h"
 
-#include "ApplicationShell/MidiSystemChooser.h"
+#include "MidiOutput/MidiSystemChooser.h"
 
 #include <QCommandLineParser>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Updates/UpdateManifest.h"
+#include "Updates/Manifest/UpdateManifest.h"
 
 #include <string>
 

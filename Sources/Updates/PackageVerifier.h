@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Updates/Manifest/UpdatePlatforms.h"
 #include "Updates/Outcome.h"
 #include "Updates/PendingWork.h"
-#include "Updates/UpdatePlatforms.h"
 
 #include <QUrl>
 

@@ -1,6 +1,6 @@
 #include "Updates/UpdateService.h"
 
-#include "Updates/SemanticVersion.h"
+#include "Updates/Manifest/SemanticVersion.h"
 #include "Updates/UpdateCheck.h"
 #include "Updates/UpdateDownload.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Concurrency/MainActor.h"
-#include "Updates/ApplicationInformation.h"
+#include "PlatformInterfaces/Application/ApplicationInformation.h"
 #include "Updates/AvailableUpdate.h"
 #include "Updates/FileOpener.h"
 #include "Updates/HttpsClient.h"

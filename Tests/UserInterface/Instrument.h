@@ -1,12 +1,11 @@
 #pragma once
 
-#include "ApplicationShell/GlobalPlay.h"
 #include "ApplicationShell/LaunchAtLogin.h"
 #include "ApplicationShell/MainMenu.h"
-#include "ApplicationShell/PerformanceController.h"
-#include "ApplicationShell/PresetLibrary.h"
 #include "Concurrency/VirtualMainActor.h"
 #include "MidiOutput/MidiOutputManager.h"
+#include "Performance/GlobalPlay.h"
+#include "Performance/PerformanceController.h"
 #include "Platform/Headless/ApplicationVisibilityAdapter.h"
 #include "Platform/Headless/BootClockAdapter.h"
 #include "Platform/Headless/KeyboardTapAdapter.h"
@@ -14,6 +13,7 @@
 #include "Platform/Headless/MidiSystemAdapter.h"
 #include "Platform/Headless/SystemBeepAdapter.h"
 #include "Platform/Headless/UserDefaultsAdapter.h"
+#include "Presets/PresetLibrary.h"
 #include "UserInterface/FocusedTextField.h"
 #include "UserInterface/MainWindowLoader.h"
 

@@ -1,7 +1,7 @@
 #include "Platform/Headless/KeyEventTranslatorAdapter.h"
 
-#include "KeyboardInput/TypedKey.h"
-#include "Platform/Linux/EvdevKeyCodes.h"
+#include "Platform/Linux/KeyCodes/EvdevKeyCodes.h"
+#include "Platform/Qt/TypedKey.h"
 
 #include <QKeyEvent>
 

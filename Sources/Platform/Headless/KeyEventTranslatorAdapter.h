@@ -1,6 +1,6 @@
 #pragma once
 
-#include "KeyboardInput/KeyEventTranslator.h"
+#include "PlatformInterfaces/Application/KeyEventTranslator.h"
 
 namespace tavro::headless {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ApplicationShell/SystemBeep.h"
+#include "PlatformInterfaces/SystemBeep.h"
 
 namespace tavro::headless {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Updates/ApplicationInformation.h"
+#include "PlatformInterfaces/Application/ApplicationInformation.h"
 
 namespace tavro::macos {
 

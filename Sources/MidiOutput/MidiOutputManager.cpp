@@ -71,6 +71,7 @@ std::optional<QString> MidiOutputManager::create() {
     system_.setLossHandler(posted(&MidiOutputManager::handleLoss));
     const auto client = system_.createClient("TAVRO", posted(&MidiOutputManager::refreshDestinations));
     client_ = client.reference;
+    clientStatus_ = client.status;
     if (client.status != 0) {
         return failureText(QLatin1String("MIDI Client Fehler"), client.status);
     }

@@ -59,6 +59,9 @@ public:
     /// How many receivers listen to the own source; nothing when the system cannot know.
     [[nodiscard]] std::optional<std::size_t> listeners() const { return listeners_; }
 
+    /// 0, or the platform's number for why no client could be created when that was tried last.
+    [[nodiscard]] std::int32_t clientStatus() const { return clientStatus_; }
+
     /// How many messages the system has lost so far.
     [[nodiscard]] std::uint64_t droppedMessages() const { return droppedMessages_; }
 
@@ -132,6 +135,7 @@ private:
     MidiObjectRef client_ = 0;
     MidiObjectRef outputPort_ = 0;
     MidiObjectRef virtualSource_ = 0;
+    std::int32_t clientStatus_ = 0;
     PendingNoteOns pendingNoteOns_;
     std::optional<std::size_t> listeners_;
     std::uint64_t droppedMessages_ = 0;

@@ -1,4 +1,3 @@
-#include "MidiOutput/MidiSystemChooser.h"
 #include "Platform/Headless/MidiSystemAdapter.h"
 #include "Platform/Qt/QtMainActor.h"
 #include "Platform/Qt/TerminationSignals.h"
@@ -10,6 +9,7 @@
 #include "Player/VirtualPacer.h"
 #include "Presets/PresetFile.h"
 #include "Presets/SavedFile.h"
+#include "Programs/MidiSystems/MidiSystems.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -17,13 +17,6 @@
 #include <iostream>
 #include <memory>
 #include <stdexcept>
-
-#if defined(Q_OS_LINUX)
-#include "Platform/Linux/Alsa/MidiSystemAdapter.h"
-#include "Platform/Linux/Jack/MidiSystemAdapter.h"
-#elif defined(Q_OS_MACOS)
-#include "Platform/MacOS/MidiSystemAdapter.h"
-#endif
 
 namespace {
 
@@ -90,28 +83,30 @@ PerformanceState readPreset(const QString& path) {
     return PresetFile::read(input, path).state;
 }
 
-std::unique_ptr<MidiSystem> openMidiSystem(const QString& name, [[maybe_unused]] MainActor& mainActor) {
-    const MidiSystemChooser chooser({
-#if defined(Q_OS_LINUX)
-        {QStringLiteral("alsa"), [&] { return std::make_unique<alsa::MidiSystemAdapter>(mainActor); }},
-        {QStringLiteral("jack"), [&] { return std::make_unique<jack::MidiSystemAdapter>(mainActor); }},
-#elif defined(Q_OS_MACOS)
-        {QStringLiteral("coremidi"), [] { return std::make_unique<macos::MidiSystemAdapter>(); }},
-#endif
-    });
-    auto choice = chooser.choose(name);
+/// A MIDI system that was chosen for `--live`, or for a list of what it has.
+MidiSystemTable::Choice chooseMidiSystem(const QString& name, MainActor& mainActor) {
+    auto choice = MidiSystems::ofThisPlatform().choose(name, mainActor);
     if (choice.system == nullptr) {
-        throw std::runtime_error("no MIDI system can be used for --live " + name.toStdString() + ": " +
-                                 choice.reasons());
+        throw std::runtime_error("there is no MIDI system on this platform");
     }
-    return std::move(choice.system);
+    return choice;
+}
+
+/// Throws when the output could not become a client of the system.
+void requireClient(const MidiOutputManager& midi, const QString& asked,
+                   const MidiSystemTable::Choice& choice) {
+    if (midi.clientStatus() != 0) {
+        throw std::runtime_error("no MIDI system can be used for --live " + asked.toStdString() + ": " +
+                                 choice.reasons(midi.clientStatus()));
+    }
 }
 
 void listDestinations(const PlayerOptions& options) {
     QtMainActor mainActor;
-    const auto midiSystem =
-        openMidiSystem(options.live.isEmpty() ? MidiSystemChooser::automatic() : options.live, mainActor);
-    const MidiOutputManager midi(*midiSystem, mainActor);
+    const auto asked = options.live.isEmpty() ? MidiSystemTable::automatic() : options.live;
+    const auto choice = chooseMidiSystem(asked, mainActor);
+    const MidiOutputManager midi(*choice.system, mainActor);
+    requireClient(midi, asked, choice);
     std::cout << DestinationChoice::list(midi.destinations());
 }
 
@@ -120,14 +115,15 @@ int playLive(const PlayerOptions& options, const KeyScript& script, const Perfor
     // Who reads along reads what sounds now.
     std::cout << std::unitbuf;
     QtMainActor mainActor;
-    const auto midiSystem = openMidiSystem(options.live, mainActor);
+    const auto choice = chooseMidiSystem(options.live, mainActor);
     LivePacer pacer;
     auto status = success;
     const posix::TerminationSignals signals([&] {
         status = endedBySignal;
         pacer.interrupt();
     });
-    ScriptPlayer player(output, *midiSystem, pacer, state);
+    ScriptPlayer player(output, *choice.system, pacer, state);
+    requireClient(player.midi(), options.live, choice);
     if (!player.midi().isReady()) {
         throw std::runtime_error(player.midi().statusText().toStdString());
     }
@@ -177,11 +173,11 @@ int play(const PlayerOptions& options, const KeyScript& script) {
 }
 
 int run(const QStringList& arguments) {
-    const auto options = PlayerOptions::parse(arguments);
+    const auto options = PlayerOptions::parse(arguments, MidiSystems::ofThisPlatform());
     auto status = success;
     switch (options.task) {
     case PlayerOptions::Task::showHelp:
-        std::cout << PlayerOptions::helpText().toStdString();
+        std::cout << PlayerOptions::helpText(MidiSystems::ofThisPlatform()).toStdString();
         break;
     case PlayerOptions::Task::showVersion:
         std::cout << "tavro-play " TAVRO_VERSION "\n";
@@ -208,7 +204,8 @@ int main(int argc, char* argv[]) {
     try {
         return run(QCoreApplication::arguments());
     } catch (const PlayerOptions::Error& error) {
-        std::cerr << "tavro-play: " << error.what() << "\n" << PlayerOptions::helpText().toStdString();
+        std::cerr << "tavro-play: " << error.what() << "\n"
+                  << PlayerOptions::helpText(MidiSystems::ofThisPlatform()).toStdString();
         return badUsage;
     } catch (const KeyScriptError& error) {
         std::cerr << "tavro-play: " << error.what() << "\n";

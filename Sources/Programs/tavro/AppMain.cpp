@@ -1,6 +1,7 @@
 #include "ApplicationShell/ApplicationOptions.h"
 #include "Platform/Qt/QtMainActor.h"
 #include "Platform/Qt/TerminationSignals.h"
+#include "Programs/MidiSystems/MidiSystems.h"
 #include "Programs/tavro/AppMainAdapters.h"
 #include "Programs/tavro/AppMainComposition.h"
 
@@ -110,7 +111,7 @@ int runApplication(const ApplicationOptions& options) {
 int run(const ApplicationOptions& options) {
     switch (options.task) {
     case ApplicationOptions::Task::showHelp:
-        std::cout << ApplicationOptions::helpText().toStdString();
+        std::cout << ApplicationOptions::helpText(MidiSystems::ofThisPlatform()).toStdString();
         return success;
     case ApplicationOptions::Task::showVersion:
         std::cout << "tavro " TAVRO_VERSION "\n";
@@ -147,10 +148,11 @@ int main(int argc, char* argv[]) {
     // By which desktops find the name and the icon of a window's program.
     QGuiApplication::setDesktopFileName(QStringLiteral("tavro"));
     try {
-        return run(
-            ApplicationOptions::parse(QCoreApplication::arguments(), qEnvironmentVariable("TAVRO_MIDI")));
+        return run(ApplicationOptions::parse(QCoreApplication::arguments(), MidiSystems::ofThisPlatform(),
+                                             qEnvironmentVariable("TAVRO_MIDI")));
     } catch (const ApplicationOptions::Error& error) {
-        std::cerr << "tavro: " << error.what() << "\n" << ApplicationOptions::helpText().toStdString();
+        std::cerr << "tavro: " << error.what() << "\n"
+                  << ApplicationOptions::helpText(MidiSystems::ofThisPlatform()).toStdString();
         return badUsage;
     }
 }

@@ -1,7 +1,6 @@
 #include "Programs/tavro/AppMainAdapters.h"
 
 #include "ApplicationShell/KeyboardTapChoice.h"
-#include "MidiOutput/MidiSystemChooser.h"
 #include "Platform/Headless/ApplicationVisibilityAdapter.h"
 #include "Platform/Headless/BootClockAdapter.h"
 #include "Platform/Headless/KeyEventTranslatorAdapter.h"
@@ -12,6 +11,7 @@
 #include "Platform/Headless/SystemBeepAdapter.h"
 #include "Platform/Headless/UserDefaultsAdapter.h"
 #include "Platform/Headless/WindowAspectAdapter.h"
+#include "Programs/MidiSystems/MidiSystems.h"
 #include "Programs/tavro/ApplicationIcon.h"
 
 #include <QFileInfo>
@@ -21,13 +21,11 @@
 #include <utility>
 
 #if defined(Q_OS_LINUX)
-#include "Platform/Linux/Alsa/MidiSystemAdapter.h"
 #include "Platform/Linux/Desktop/BootClockAdapter.h"
 #include "Platform/Linux/Desktop/KeyEventTranslatorAdapter.h"
 #include "Platform/Linux/Desktop/LoginItemServiceAdapter.h"
 #include "Platform/Linux/Desktop/SystemBeepAdapter.h"
 #include "Platform/Linux/Evdev/KeyboardTapAdapter.h"
-#include "Platform/Linux/Jack/MidiSystemAdapter.h"
 #include "Platform/Linux/Settings/UserDefaultsAdapter.h"
 #include "Platform/Linux/X11/ApplicationVisibilityAdapter.h"
 #include "Platform/Linux/X11/DetectableAutorepeat.h"
@@ -44,7 +42,6 @@
 #include "Platform/MacOS/Keys/KeyEventTranslatorAdapter.h"
 #include "Platform/MacOS/LoginItemServiceAdapter.h"
 #include "Platform/MacOS/MenuBarAdapter.h"
-#include "Platform/MacOS/MidiSystemAdapter.h"
 #include "Platform/MacOS/SystemBeepAdapter.h"
 #include "Platform/MacOS/UserDefaultsAdapter.h"
 #include "Platform/MacOS/WindowAspectAdapter.h"
@@ -54,22 +51,13 @@ namespace tavro {
 
 namespace {
 
-std::unique_ptr<MidiSystem> makeMidiSystem(const QString& name, [[maybe_unused]] MainActor& mainActor) {
-    const MidiSystemChooser chooser({
-#if defined(Q_OS_LINUX)
-        {QStringLiteral("alsa"), [&] { return std::make_unique<alsa::MidiSystemAdapter>(mainActor); }},
-        {QStringLiteral("jack"), [&] { return std::make_unique<jack::MidiSystemAdapter>(mainActor); }},
-#elif defined(Q_OS_MACOS)
-        {QStringLiteral("coremidi"), [] { return std::make_unique<macos::MidiSystemAdapter>(); }},
-#endif
-    });
-    auto choice = chooser.choose(name);
-    if (choice.system != nullptr) {
-        return std::move(choice.system);
+std::unique_ptr<MidiSystem> makeMidiSystem(const QString& name, MainActor& mainActor) {
+    if (auto system = MidiSystems::ofThisPlatform().choose(name, mainActor).system) {
+        return system;
     }
     // Nothing is reached, and the status text has to say so.
     auto headless = std::make_unique<headless::MidiSystemAdapter>();
-    headless->clientStatus = choice.failures.empty() ? -1 : choice.failures.back().status;
+    headless->clientStatus = -1;
     headless->recordsMessages = false;
     return headless;
 }

@@ -41,7 +41,7 @@ struct AppMainAdapters {
 
     /// Those that fit the platform and the session, each with the headless one as the last choice. The
     /// application object must exist, and the main actor outlives them. `midi` is a name of
-    /// `MidiSystemChooser`.
+    /// `MidiSystems`.
     [[nodiscard]] static AppMainAdapters ofThisPlatform(const QString& midi, MainActor& mainActor);
 
     /// Those that reach nobody.

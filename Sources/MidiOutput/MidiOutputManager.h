@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Concurrency/MainActor.h"
-#include "MidiOutput/MidiDestination.h"
 #include "PerformanceModel/NoteEvent.h"
 #include "PlatformInterfaces/MidiSystem.h"
 
@@ -17,6 +16,14 @@
 #include <vector>
 
 namespace tavro {
+
+/// A place that messages can be sent to, as the picker offers it.
+struct MidiDestination {
+    MidiObjectRef id;
+    std::string name;
+
+    friend bool operator==(const MidiDestination&, const MidiDestination&) = default;
+};
 
 /// Names one note-on that is scheduled and not sent yet; the values are those of its event, unclamped.
 struct PendingNoteKey {

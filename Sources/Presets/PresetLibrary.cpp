@@ -43,8 +43,8 @@ void requireNewFile(const QString& named, const QString& completed) {
 } // namespace
 
 PresetLibrary::PresetLibrary(PerformanceController& performance, PresetStore& store, UserDefaults& defaults,
-                             SystemBeep& systemBeep, PresetSelection initial)
-    : performance_(performance), store_(store), defaults_(defaults), systemBeep_(systemBeep),
+                             std::function<void()> systemBeep, PresetSelection initial)
+    : performance_(performance), store_(store), defaults_(defaults), systemBeep_(std::move(systemBeep)),
       selection_(std::move(initial)) {}
 
 void PresetLibrary::setSelectedPresetID(const QString& id) {
@@ -113,7 +113,7 @@ bool PresetLibrary::savePresetToFile(const QString& path) {
         requireNewFile(path, file);
         PresetStore::write(preset, file);
     } catch (const PresetFileError& error) {
-        systemBeep_.beep();
+        systemBeep_();
         Q_EMIT saveFailed(tr("The preset could not be saved"), error.text());
         return false;
     }

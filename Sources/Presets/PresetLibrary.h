@@ -1,13 +1,13 @@
 #pragma once
 
 #include "Performance/PerformanceController.h"
-#include "PlatformInterfaces/SystemBeep.h"
 #include "Presets/PresetSelection.h"
 #include "Presets/PresetStore.h"
 
 #include <QObject>
 #include <QString>
 
+#include <functional>
 #include <vector>
 
 namespace tavro {
@@ -23,7 +23,7 @@ public:
     /// The collaborators must outlive this. The performance is expected to have begun with the selection's
     /// initial preset; it is not touched here.
     PresetLibrary(PerformanceController& performance, PresetStore& store, UserDefaults& defaults,
-                  SystemBeep& systemBeep, PresetSelection initial);
+                  std::function<void()> systemBeep, PresetSelection initial);
 
     /// The built-in preset first.
     [[nodiscard]] const std::vector<TAVROPreset>& presets() const { return selection_.presets; }
@@ -76,7 +76,7 @@ private:
     PerformanceController& performance_;
     PresetStore& store_;
     UserDefaults& defaults_;
-    SystemBeep& systemBeep_;
+    std::function<void()> systemBeep_;
     PresetSelection selection_;
 };
 

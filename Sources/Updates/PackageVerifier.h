@@ -1,8 +1,7 @@
 #pragma once
 
-#include "Updates/Manifest/UpdatePlatforms.h"
+#include "Updates/Manifest/UpdatePlatform.h"
 #include "Updates/Outcome.h"
-#include "Updates/PendingWork.h"
 
 #include <QUrl>
 

@@ -2,7 +2,6 @@
 
 #include "Performance/ControllerFixture.h"
 #include "Platform/Headless/BootClockAdapter.h"
-#include "Platform/Headless/SystemBeepAdapter.h"
 #include "Platform/Headless/UserDefaultsAdapter.h"
 #include "Preferences/AppPreferences.h"
 #include "Presets/PresetLibrary.h"
@@ -21,7 +20,8 @@ struct LibraryFixture {
         if (!library_) {
             auto selection = PresetSelection::load(store, preferences);
             performance.emplace(ControllerFixture::withoutChance(selection.initialPreset().state));
-            library_.emplace(performance->controller, store, defaults, beep, std::move(selection));
+            library_.emplace(
+                performance->controller, store, defaults, [this] { ++beeps; }, std::move(selection));
             QObject::connect(&*library_, &PresetLibrary::openFailed,
                              [this](const QString& title, const QString& text) {
                                  alerts.push_back(title.toStdString() + " | " + text.toStdString());
@@ -61,7 +61,7 @@ struct LibraryFixture {
 
     headless::UserDefaultsAdapter defaults;
     headless::BootClockAdapter bootClock;
-    headless::SystemBeepAdapter beep;
+    int beeps = 0;
     Preferences preferences{defaults, bootClock};
     PresetStore store{defaults, preferences};
     std::optional<ControllerFixture> performance;

@@ -92,7 +92,7 @@ void expectSavingToFail(const TemporaryFolder& folder, const std::string& reason
     EXPECT_FALSE(fixture.library().savePresetToFile(path));
     EXPECT_THAT(fixture.alerts,
                 ElementsAre("The preset could not be saved | " + path.toStdString() + ": " + reason));
-    EXPECT_EQ(fixture.beep.beeps, 1);
+    EXPECT_EQ(fixture.beeps, 1);
     EXPECT_EQ(TemporaryFolder::contentOf(path), before);
     EXPECT_EQ(folder.names(), names);
     EXPECT_EQ(fixture.library().presets().size(), 1U);

@@ -130,7 +130,7 @@ TEST_F(PresetLibraries, loadNothingWhenTheChosenPresetIsNotThere) {
     ControllerFixture other;
     PresetSelection selection;
     selection.selectedID = "gone";
-    PresetLibrary lost(other.controller, store, defaults, beep, selection);
+    PresetLibrary lost(other.controller, store, defaults, [] {}, selection);
     other.controller.handleKeyDown(U'a');
     other.takeSent();
     lost.loadSelectedPreset();
@@ -164,7 +164,7 @@ TEST_F(PresetLibraries, openAFile) {
     EXPECT_EQ(listChanges, 1);
     EXPECT_EQ(selectionChanges, 1);
     EXPECT_THAT(alerts, IsEmpty());
-    EXPECT_EQ(beep.beeps, 0);
+    EXPECT_EQ(beeps, 0);
 }
 
 TEST_F(PresetLibraries, openAFileInPlaceOfThePresetWithItsIdentifier) {
@@ -215,7 +215,7 @@ TEST_F(PresetLibraries, tellWhyAFileCannotBeOpened) {
     expectFailure([&] { return library().openPresetFromFile(path); },
                   "The preset could not be opened | " + path.toStdString() +
                       ": not JSON: the text ends too early, at line 1, column 2");
-    EXPECT_EQ(beep.beeps, 0);
+    EXPECT_EQ(beeps, 0);
 }
 
 TEST_F(PresetLibraries, tellThatAFileIsNotThere) {
@@ -244,7 +244,7 @@ TEST_F(PresetLibraries, saveTheSettingsAsTheyAre) {
     EXPECT_EQ(controller().state(), state);
     EXPECT_EQ(listChanges, 1);
     EXPECT_EQ(selectionChanges, 1);
-    EXPECT_EQ(beep.beeps, 0);
+    EXPECT_EQ(beeps, 0);
 }
 
 TEST_F(PresetLibraries, giveEverySavedPresetItsOwnIdentifier) {
@@ -269,14 +269,14 @@ TEST_F(PresetLibraries, neverReplaceAFileThatWasNotNamedInFull) {
                   "The preset could not be saved | " + path.toStdString() +
                       ": is there already; to replace it, give its whole name");
     EXPECT_EQ(TemporaryFolder::contentOf(path), "old");
-    EXPECT_EQ(beep.beeps, 1);
+    EXPECT_EQ(beeps, 1);
 }
 
 TEST_F(PresetLibraries, beepAndTellWhyAFileCannotBeSaved) {
     const auto path = folder.path(QStringLiteral("missing/song.tvp"));
     expectFailure([&] { return library().savePresetToFile(path); },
                   "The preset could not be saved | " + path.toStdString() + ": No such file or directory");
-    EXPECT_EQ(beep.beeps, 1);
+    EXPECT_EQ(beeps, 1);
 }
 
 TEST_F(PresetLibraries, goOnWhenNothingCanBeStored) {
@@ -290,8 +290,8 @@ TEST_F(PresetLibraries, keepWhatAnotherRunningCopyHasStored) {
     storePresets({soft}, "soft");
     library();
     ControllerFixture otherPerformance;
-    PresetLibrary other(otherPerformance.controller, store, defaults, beep,
-                        PresetSelection::load(store, preferences));
+    PresetLibrary other(
+        otherPerformance.controller, store, defaults, [] {}, PresetSelection::load(store, preferences));
     EXPECT_TRUE(other.openPresetFromFile(fileWith(loud, QStringLiteral("loud.tvp"))));
     EXPECT_TRUE(library().savePresetToFile(folder.path(QStringLiteral("mine.tvp"))));
     EXPECT_THAT(names(), ElementsAre("Default", "Soft", "Loud", "mine"));

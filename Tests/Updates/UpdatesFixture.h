@@ -84,9 +84,9 @@ protected:
     RecordingVerifier verifier;
     UpdateService service{{.https = https,
                            .files = files,
-                           .information = information,
+                           .information = std::cref(information),
                            .verifier = verifier,
-                           .opener = opener,
+                           .open = std::ref(opener),
                            .mainActor = main},
                           QStringLiteral("https://default.invalid/latest.json")};
 };

@@ -11,7 +11,6 @@
 #include "Platform/Headless/KeyboardTapAdapter.h"
 #include "Platform/Headless/LoginItemServiceAdapter.h"
 #include "Platform/Headless/MidiSystemAdapter.h"
-#include "Platform/Headless/SystemBeepAdapter.h"
 #include "Platform/Headless/UserDefaultsAdapter.h"
 #include "Presets/PresetLibrary.h"
 #include "UserInterface/FocusedTextField.h"
@@ -69,9 +68,8 @@ public:
     headless::BootClockAdapter bootClock;
     Preferences preferences{defaults, bootClock};
     GlobalPlay globalPlay{controller, globalKeyboard, preferences, ModifierNaming::words};
-    headless::SystemBeepAdapter systemBeep;
     PresetStore presetStore{defaults, preferences};
-    PresetLibrary presets{controller, presetStore, defaults, systemBeep, {}};
+    PresetLibrary presets{controller, presetStore, defaults, [] {}, {}};
     headless::LoginItemServiceAdapter loginItemService;
     LoginItemController loginItem{loginItemService, defaults, preferences};
     LaunchAtLogin launchAtLogin{loginItem};

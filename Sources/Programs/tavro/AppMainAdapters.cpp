@@ -8,14 +8,14 @@
 #include "Platform/Headless/LoginItemServiceAdapter.h"
 #include "Platform/Headless/MenuBarAdapter.h"
 #include "Platform/Headless/MidiSystemAdapter.h"
-#include "Platform/Headless/SystemBeepAdapter.h"
 #include "Platform/Headless/UserDefaultsAdapter.h"
 #include "Platform/Headless/WindowAspectAdapter.h"
 #include "Programs/MidiSystems/MidiSystems.h"
-#include "Programs/tavro/ApplicationIcon.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QIcon>
 #include <QWindow>
 
 #include <utility>
@@ -24,7 +24,7 @@
 #include "Platform/Linux/Desktop/BootClockAdapter.h"
 #include "Platform/Linux/Desktop/KeyEventTranslatorAdapter.h"
 #include "Platform/Linux/Desktop/LoginItemServiceAdapter.h"
-#include "Platform/Linux/Desktop/SystemBeepAdapter.h"
+#include "Platform/Linux/Desktop/SystemBeep.h"
 #include "Platform/Linux/Evdev/KeyboardTapAdapter.h"
 #include "Platform/Linux/Settings/UserDefaultsAdapter.h"
 #include "Platform/Linux/X11/ApplicationVisibilityAdapter.h"
@@ -42,7 +42,7 @@
 #include "Platform/MacOS/Keys/KeyEventTranslatorAdapter.h"
 #include "Platform/MacOS/LoginItemServiceAdapter.h"
 #include "Platform/MacOS/MenuBarAdapter.h"
-#include "Platform/MacOS/SystemBeepAdapter.h"
+#include "Platform/MacOS/SystemBeep.h"
 #include "Platform/MacOS/UserDefaultsAdapter.h"
 #include "Platform/MacOS/WindowAspectAdapter.h"
 #endif
@@ -109,7 +109,7 @@ AppMainAdapters AppMainAdapters::ofThisPlatform(const QString& midi, MainActor& 
     adapters.userDefaults = std::make_unique<linuxos::UserDefaultsAdapter>();
     adapters.bootClock = std::make_unique<linuxos::BootClockAdapter>();
     adapters.loginItemService = std::make_unique<linuxos::LoginItemServiceAdapter>();
-    adapters.systemBeep = std::make_unique<linuxos::SystemBeepAdapter>();
+    adapters.systemBeep = linuxos::systemBeep;
     if (QGuiApplication::platformName() == QLatin1String("xcb")) {
         adapters.applicationVisibility = std::make_unique<x11::ApplicationVisibilityAdapter>();
         adapters.windowAspect = std::make_unique<x11::WindowAspectAdapter>();
@@ -118,7 +118,7 @@ AppMainAdapters AppMainAdapters::ofThisPlatform(const QString& midi, MainActor& 
     adapters.userDefaults = std::make_unique<macos::UserDefaultsAdapter>();
     adapters.bootClock = std::make_unique<macos::BootClockAdapter>();
     adapters.loginItemService = std::make_unique<macos::LoginItemServiceAdapter>();
-    adapters.systemBeep = std::make_unique<macos::SystemBeepAdapter>();
+    adapters.systemBeep = macos::systemBeep;
     if (QGuiApplication::platformName() == QLatin1String("cocoa")) {
         adapters.applicationVisibility = std::make_unique<macos::ApplicationVisibilityAdapter>();
         adapters.windowAspect = std::make_unique<macos::WindowAspectAdapter>();
@@ -134,7 +134,7 @@ AppMainAdapters AppMainAdapters::headless() {
             .userDefaults = std::make_unique<headless::UserDefaultsAdapter>(),
             .bootClock = std::make_unique<headless::BootClockAdapter>(),
             .loginItemService = std::make_unique<headless::LoginItemServiceAdapter>(),
-            .systemBeep = std::make_unique<headless::SystemBeepAdapter>(),
+            .systemBeep = [] {},
             .keyEventTranslator = std::make_unique<headless::KeyEventTranslatorAdapter>(),
             .applicationVisibility = std::make_unique<headless::ApplicationVisibilityAdapter>(),
             .windowAspect = std::make_unique<headless::WindowAspectAdapter>(),
@@ -192,7 +192,12 @@ void AppMainAdapters::installIcon() {
 #if defined(Q_OS_MACOS)
     macos::ApplicationIcon::install();
 #else
-    if (const auto icon = ApplicationIcon::fromResources(); !icon.isNull()) {
+    QIcon icon;
+    const QDir folder(QStringLiteral(":/tavro/icons"));
+    for (const auto& name : folder.entryList(QDir::Files)) {
+        icon.addFile(folder.filePath(name));
+    }
+    if (!icon.isNull()) {
         QGuiApplication::setWindowIcon(icon);
     }
 #endif

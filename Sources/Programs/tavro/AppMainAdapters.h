@@ -13,7 +13,6 @@
 #include "PlatformInterfaces/KeyboardTap.h"
 #include "PlatformInterfaces/LoginItemService.h"
 #include "PlatformInterfaces/MidiSystem.h"
-#include "PlatformInterfaces/SystemBeep.h"
 #include "PlatformInterfaces/UserDefaults.h"
 
 #include <QAbstractNativeEventFilter>
@@ -33,7 +32,8 @@ struct AppMainAdapters {
     std::unique_ptr<UserDefaults> userDefaults;
     std::unique_ptr<BootClock> bootClock;
     std::unique_ptr<LoginItemService> loginItemService;
-    std::unique_ptr<SystemBeep> systemBeep;
+    /// The sound that tells the user of a failure.
+    std::function<void()> systemBeep;
     std::unique_ptr<KeyEventTranslator> keyEventTranslator;
     std::unique_ptr<ApplicationVisibility> applicationVisibility;
     std::unique_ptr<WindowAspect> windowAspect;

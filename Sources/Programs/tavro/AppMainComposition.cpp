@@ -36,7 +36,7 @@ AppMainComposition::AppMainComposition(const AppMainAdapters& adapters, MainActo
       midi(*adapters.midiSystem, mainActor), controller(midi, mainActor, selection.initialPreset().state),
       globalKeyboard(*adapters.keyboardTap, mainActor, pressedKeys),
       globalPlay(controller, globalKeyboard, preferences, AppMainAdapters::modifierNaming()),
-      presets(controller, presetStore, *adapters.userDefaults, *adapters.systemBeep, selection),
+      presets(controller, presetStore, *adapters.userDefaults, adapters.systemBeep, selection),
       launchAtLogin(loginItem), updates(AppMainUpdates::make(mainActor, &QGuiApplication::quit)),
       menu(*adapters.applicationVisibility, textEditing, menuActions(updates.get())),
       window({.controller = controller,

@@ -1,7 +1,6 @@
 #include "Programs/tavro/AppMainUpdates.h"
 
 #include "Updates/QtChildProcesses.h"
-#include "Updates/QtFileOpener.h"
 #include "Updates/QtHttpsClient.h"
 #include "Updates/QtUpdateFiles.h"
 #include "Updates/UpdateCoordinator.h"
@@ -9,16 +8,17 @@
 #include "UserInterface/UpdateQuickWindow.h"
 
 #include <QCoreApplication>
+#include <QDesktopServices>
+#include <QUrl>
 
-#include <map>
+#include <optional>
 #include <utility>
 
 #if defined(Q_OS_LINUX)
-#include "Platform/Linux/Desktop/ApplicationInformationAdapter.h"
 #include "Updates/DebianPackageVerifier.h"
 #elif defined(Q_OS_MACOS)
-#include "Platform/MacOS/ApplicationInformationAdapter.h"
 #include "Platform/MacOS/BundleReaderAdapter.h"
+#include "Platform/MacOS/BundleValues.h"
 #include "Updates/DiskImageVerifier.h"
 #else
 #error "There is no package verifier for this platform: configure with TAVRO_SELF_UPDATE=OFF"
@@ -28,18 +28,25 @@ namespace tavro {
 
 namespace {
 
+std::optional<QString> information(const QString& key) {
 #if defined(Q_OS_LINUX)
-std::map<QString, QString> builtIn() {
-    return {{QStringLiteral("CFBundleShortVersionString"), QStringLiteral(TAVRO_VERSION)}};
-}
+    // What was built into the program; environment variables of the same names stand above it.
+    const auto variable = key.toLatin1();
+    if (qEnvironmentVariableIsSet(variable.constData())) {
+        return qEnvironmentVariable(variable.constData());
+    }
+    const bool isVersion = key == QLatin1String("CFBundleShortVersionString");
+    return isVersion ? std::optional(QStringLiteral(TAVRO_VERSION)) : std::nullopt;
+#elif defined(Q_OS_MACOS)
+    return macos::BundleValues::ownText(key);
 #endif
+}
 
 class UpdatesOfThisPlatform final : public AppMainUpdates {
 public:
     UpdatesOfThisPlatform(MainActor& mainActor, std::function<void()> terminate)
         :
 #if defined(Q_OS_LINUX)
-          information_(builtIn()),
           verifier_({.files = files_,
                      .processes = processes_,
                      .https = https_,
@@ -48,13 +55,15 @@ public:
 #elif defined(Q_OS_MACOS)
           verifier_({.files = files_, .processes = processes_, .bundles = bundles_, .mainActor = mainActor}),
 #endif
-          service_({.https = https_,
-                    .files = files_,
-                    .information = information_,
-                    .verifier = verifier_,
-                    .opener = opener_,
-                    .mainActor = mainActor},
-                   QStringLiteral(TAVRO_UPDATE_FEED_URL)),
+          service_(
+              {.https = https_,
+               .files = files_,
+               .information = information,
+               .verifier = verifier_,
+               .open =
+                   [](const QString& path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(path)); },
+               .mainActor = mainActor},
+              QStringLiteral(TAVRO_UPDATE_FEED_URL)),
           coordinator_({.service = service_, .window = window_, .alert = alert_, .mainActor = mainActor},
                        std::move(terminate)) {
     }
@@ -67,12 +76,9 @@ private:
     QtHttpsClient https_;
     QtUpdateFiles files_;
     QtChildProcesses processes_;
-    QtFileOpener opener_;
 #if defined(Q_OS_LINUX)
-    linuxos::ApplicationInformationAdapter information_;
     DebianPackageVerifier verifier_;
 #elif defined(Q_OS_MACOS)
-    macos::ApplicationInformationAdapter information_;
     macos::BundleReaderAdapter bundles_;
     DiskImageVerifier verifier_;
 #endif

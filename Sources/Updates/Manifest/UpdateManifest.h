@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Updates/Manifest/UpdatePlatforms.h"
+#include "Updates/Manifest/UpdatePlatform.h"
 
 #include <chrono>
 #include <cstdint>

@@ -24,4 +24,17 @@ struct UpdatePlatform {
     [[nodiscard]] static UpdatePlatform decode(const std::string& path, const nlohmann::ordered_json& json);
 };
 
+/// The packages of an update manifest.
+struct UpdatePlatforms {
+    UpdatePlatform windows;
+    UpdatePlatform macos;
+    /// A feed may offer nothing for Linux.
+    std::optional<UpdatePlatform> linuxos;
+
+    friend bool operator==(const UpdatePlatforms&, const UpdatePlatforms&) = default;
+
+    /// Throws `DecodingError`, which names the place: `path` is that of the object itself.
+    [[nodiscard]] static UpdatePlatforms decode(const std::string& path, const nlohmann::ordered_json& json);
+};
+
 } // namespace tavro

@@ -1,17 +1,17 @@
 #pragma once
 
-#include "PlatformInterfaces/Application/ApplicationInformation.h"
+#include <QString>
 
 #include <map>
+#include <optional>
 
 namespace tavro::headless {
 
 /// Tells what its field says.
-class ApplicationInformationAdapter final : public ApplicationInformation {
-public:
+struct ApplicationInformationAdapter {
     std::map<QString, QString> values;
 
-    [[nodiscard]] std::optional<QString> value(const QString& key) const override {
+    [[nodiscard]] std::optional<QString> operator()(const QString& key) const {
         const auto found = values.find(key);
         return found != values.end() ? std::optional(found->second) : std::nullopt;
     }

@@ -1,18 +1,17 @@
 #pragma once
 
-#include "Updates/FileOpener.h"
+#include <QString>
 
 #include <vector>
 
 namespace tavro::headless {
 
 /// Opens nothing, and records what it should have opened.
-class FileOpenerAdapter final : public FileOpener {
-public:
+struct FileOpenerAdapter {
     bool declines = false;
     std::vector<QString> opened;
 
-    [[nodiscard]] bool open(const QString& path) override {
+    [[nodiscard]] bool operator()(const QString& path) {
         opened.push_back(path);
         return !declines;
     }

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Desktop/SystemBeepAdapter.h"
+#include "Platform/Linux/Desktop/SystemBeep.h"
 
 #include <QGuiApplication>
 
@@ -7,7 +7,7 @@
 
 namespace tavro::linuxos {
 
-void SystemBeepAdapter::beep() {
+void systemBeep() {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     auto* const connection = x11 != nullptr ? x11->connection() : nullptr;
     if (connection != nullptr) {

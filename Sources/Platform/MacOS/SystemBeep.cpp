@@ -1,10 +1,10 @@
-#include "Platform/MacOS/SystemBeepAdapter.h"
+#include "Platform/MacOS/SystemBeep.h"
 
 #include <AudioToolbox/AudioToolbox.h>
 
 namespace tavro::macos {
 
-void SystemBeepAdapter::beep() {
+void systemBeep() {
     AudioServicesPlayAlertSound(kSystemSoundID_UserPreferredAlert);
 }
 

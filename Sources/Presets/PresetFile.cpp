@@ -2,7 +2,7 @@
 
 #include "PerformanceModel/BoundedJson.h"
 #include "PerformanceModel/JsonDecoding.h"
-#include "Presets/PresetText.h"
+#include "PerformanceModel/PresetText.h"
 #include "Presets/SavedFile.h"
 
 #include <QFile>

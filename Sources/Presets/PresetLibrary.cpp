@@ -1,9 +1,9 @@
 #include "Presets/PresetLibrary.h"
 
+#include "PerformanceModel/PresetText.h"
 #include "Preferences/PreferenceKey.h"
 #include "Presets/PresetFile.h"
 #include "Presets/PresetFileName.h"
-#include "Presets/PresetText.h"
 
 #include <QByteArray>
 #include <QDir>

@@ -1,8 +1,8 @@
 #include "Presets/PresetStore.h"
 
+#include "PerformanceModel/PresetText.h"
 #include "Preferences/AppPreferences.h"
 #include "Presets/PresetFile.h"
-#include "Presets/PresetText.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,6 +1,6 @@
 #include "PerformanceModel/BoundedJson.h"
 #include "PerformanceModel/JsonDecoding.h"
-#include "Presets/PresetText.h"
+#include "PerformanceModel/PresetText.h"
 #include "Require.h"
 
 #include <cstddef>

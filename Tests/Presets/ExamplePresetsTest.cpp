@@ -1,6 +1,6 @@
+#include "PerformanceModel/PresetText.h"
 #include "PerformanceModel/ScaleEngine.h"
 #include "Presets/PresetFile.h"
-#include "Presets/PresetText.h"
 #include "Presets/TemporaryFolder.h"
 
 #include <QUuid>

@@ -1,6 +1,6 @@
 #include "ApplicationShell/MainMenu.h"
 #include "Platform/Headless/ApplicationVisibilityAdapter.h"
-#include "Platform/Headless/KeyEventTranslatorAdapter.h"
+#include "Platform/Headless/Keys/KeyEventTranslatorAdapter.h"
 #include "UserInterface/FocusedTextField.h"
 #include "UserInterface/KeyEvents.h"
 #include "UserInterface/KeyItems/KeyboardEventMonitor.h"

@@ -1,4 +1,4 @@
-#include "Platform/Headless/KeyEventTranslatorAdapter.h"
+#include "Platform/Headless/Keys/KeyEventTranslatorAdapter.h"
 #include "Platform/Linux/Desktop/KeyEventTranslatorAdapter.h"
 
 #include "UserInterface/KeyEvents.h"

@@ -1,4 +1,4 @@
-#include "Platform/Headless/KeyEventTranslatorAdapter.h"
+#include "Platform/Headless/Keys/KeyEventTranslatorAdapter.h"
 
 #include "Platform/Linux/KeyCodes/EvdevKeyCodes.h"
 #include "Platform/Qt/TypedKey.h"

@@ -1,5 +1,5 @@
-#include "KeyboardMapping/KeyboardHighlightResolver.h"
 #include "NoteEngine/ChordDetector.h"
+#include "NoteEngine/KeyboardHighlightResolver.h"
 #include "NoteEngine/MidiNoteEngine.h"
 
 #include <benchmark/benchmark.h>

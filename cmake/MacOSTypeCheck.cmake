@@ -1,5 +1,5 @@
 # Compiles the macOS adapters for the preset macos-cross. See MacOSCross.cmake.
-file(GLOB macOSSources CONFIGURE_DEPENDS
+file(GLOB_RECURSE macOSSources CONFIGURE_DEPENDS
     "${PROJECT_SOURCE_DIR}/Sources/Platform/MacOS/*.cpp"
     "${PROJECT_SOURCE_DIR}/Sources/Platform/MacOS/*.mm")
 if(NOT macOSSources)

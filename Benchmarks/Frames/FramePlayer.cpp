@@ -6,8 +6,8 @@
 // shown from the press, or from the asking for the frame.
 // Usage: frame_player PRESSES
 
-#include "ApplicationShell/AppMainComposition.h"
-#include "ApplicationShell/QtMainActor.h"
+#include "Platform/Qt/QtMainActor.h"
+#include "Programs/tavro/AppMainComposition.h"
 
 #include <QGuiApplication>
 

@@ -8,10 +8,10 @@
 // planned; the delay is that of the first note, counted from the moment of the press.
 // Usage: strum_player CHORDS STEP...   (chords of each step and way; steps in milliseconds)
 
-#include "ApplicationShell/AppMainComposition.h"
-#include "ApplicationShell/QtMainActor.h"
 #include "Common/ArrivalRecorder.h"
 #include "Platform/Linux/Jack/MidiSystemAdapter.h"
+#include "Platform/Qt/QtMainActor.h"
+#include "Programs/tavro/AppMainComposition.h"
 #include "StrumError/ContinuousRepaint.h"
 #include "StrumError/StrumSession.h"
 #include "StrumError/SwitchableScheduling.h"

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ApplicationShell/PerformanceController.h"
 #include "Common/ArrivalRecorder.h"
 #include "Concurrency/MainActor.h"
+#include "Performance/PerformanceController.h"
 #include "StrumError/SwitchableScheduling.h"
 
 #include <chrono>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "MidiOutput/MidiSystem.h"
+#include "PlatformInterfaces/MidiSystem.h"
 
 #include <utility>
 

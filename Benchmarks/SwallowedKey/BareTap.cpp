@@ -5,10 +5,10 @@
 // first, and ends with it.
 
 #include "Common/DeafActor.h"
-#include "KeyboardInput/KeyboardTap.h"
 #include "KeyboardMapping/PhysicalKeyMapper.h"
 #include "Platform/Linux/Jack/MidiSystemAdapter.h"
 #include "Platform/Linux/X11/KeyboardTapAdapter.h"
+#include "PlatformInterfaces/KeyboardTap.h"
 
 #include <array>
 #include <cstdint>

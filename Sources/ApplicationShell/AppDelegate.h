@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ApplicationShell/AppPreferences.h"
 #include "ApplicationShell/ApplicationWindow.h"
+#include "Preferences/AppPreferences.h"
 
 #include <functional>
 

@@ -1,6 +1,6 @@
 #include "ApplicationShell/ApplicationOptions.h"
 
-#include "ApplicationShell/MidiSystemChooser.h"
+#include "MidiOutput/MidiSystemTable.h"
 #include "PerformanceModel/PerformanceStateCoding.h"
 
 #include <nlohmann/json.hpp>
@@ -17,11 +17,14 @@ QCommandLineOption hidden(QCommandLineOption option) {
 }
 
 struct Options {
-    QCommandLineOption midi{
-        QStringLiteral("midi"),
-        QStringLiteral("The MIDI system to use; auto takes the first that is there. Without the option the "
-                       "environment variable TAVRO_MIDI says it, with the same values."),
-        QStringLiteral("auto|alsa|jack")};
+    explicit Options(const MidiSystemTable& midiSystems)
+        : midi(
+              QStringLiteral("midi"),
+              QStringLiteral("The MIDI system to use; auto takes the first that is there. Without the option "
+                             "the environment variable TAVRO_MIDI says it, with the same values."),
+              midiSystems.alternatives()) {}
+
+    QCommandLineOption midi;
     QCommandLineOption version{QStringLiteral("version"), QStringLiteral("Prints the version.")};
     QCommandLineOption help{QStringLiteral("help"), QStringLiteral("Prints this help.")};
     QCommandLineOption selfTest = hidden(QCommandLineOption(QStringLiteral("self-test")));
@@ -50,19 +53,19 @@ PerformanceState decodeState(const std::string& text) {
     }
 }
 
-QString checkedMidi(const std::string& origin, const QString& value) {
-    if (!MidiSystemChooser::isName(value)) {
-        throw ApplicationOptions::Error(origin + " is auto, alsa or jack, not \"" + value.toStdString() +
-                                        "\"");
+QString checkedMidi(const MidiSystemTable& midiSystems, const std::string& origin, const QString& value) {
+    if (!midiSystems.isName(value)) {
+        throw ApplicationOptions::Error(origin + " is " + midiSystems.sentence().toStdString() + ", not \"" +
+                                        value.toStdString() + "\"");
     }
     return value;
 }
 
 } // namespace
 
-ApplicationOptions ApplicationOptions::parse(const QStringList& arguments,
+ApplicationOptions ApplicationOptions::parse(const QStringList& arguments, const MidiSystemTable& midiSystems,
                                              const QString& midiFromEnvironment) {
-    const Options options;
+    const Options options(midiSystems);
     QCommandLineParser parser;
     options.addTo(parser);
     if (!parser.parse(arguments)) {
@@ -91,19 +94,19 @@ ApplicationOptions ApplicationOptions::parse(const QStringList& arguments,
         parsed.initialState = decodeState(parser.value(options.state).toStdString());
     }
     if (parser.isSet(options.midi)) {
-        parsed.midi = checkedMidi("--midi", parser.value(options.midi));
+        parsed.midi = checkedMidi(midiSystems, "--midi", parser.value(options.midi));
     } else if (!midiFromEnvironment.isEmpty()) {
-        parsed.midi = checkedMidi("TAVRO_MIDI", midiFromEnvironment);
+        parsed.midi = checkedMidi(midiSystems, "TAVRO_MIDI", midiFromEnvironment);
     } else {
-        parsed.midi = MidiSystemChooser::automatic();
+        parsed.midi = MidiSystemTable::automatic();
     }
     parsed.printsStatus = parser.isSet(options.printStatus);
     return parsed;
 }
 
-QString ApplicationOptions::helpText() {
+QString ApplicationOptions::helpText(const MidiSystemTable& midiSystems) {
     QCommandLineParser parser;
-    Options().addTo(parser);
+    Options(midiSystems).addTo(parser);
     return parser.helpText();
 }
 

@@ -9,6 +9,8 @@
 
 namespace tavro {
 
+class MidiSystemTable;
+
 /// What the command line of `tavro` asks for.
 struct ApplicationOptions {
     enum class Task { run, selfTest, showHelp, showVersion };
@@ -27,15 +29,16 @@ struct ApplicationOptions {
     QString presetFile;
     /// Whether every status text is printed, for tests that look at the program from outside.
     bool printsStatus = false;
-    /// The MIDI system to use: a name of `MidiSystemChooser`.
+    /// The MIDI system to use: a name of the table.
     QString midi;
 
     /// `arguments` begin with the program's name. `midiFromEnvironment` is the value of TAVRO_MIDI, which
     /// holds where no option says otherwise; empty is none. Throws `Error`.
     [[nodiscard]] static ApplicationOptions parse(const QStringList& arguments,
+                                                  const MidiSystemTable& midiSystems,
                                                   const QString& midiFromEnvironment = {});
 
-    [[nodiscard]] static QString helpText();
+    [[nodiscard]] static QString helpText(const MidiSystemTable& midiSystems);
 };
 
 } // namespace tavro

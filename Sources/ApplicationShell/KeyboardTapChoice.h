@@ -23,7 +23,13 @@ struct KeyboardTapChoice {
 
     /// In a Wayland session an X server sees only the keys of its own windows, so that grabs there would
     /// look as if they worked.
-    [[nodiscard]] Kind kind() const;
+    [[nodiscard]] Kind kind() const {
+        const bool isWayland = sessionType == QLatin1String("wayland") || !waylandDisplay.isEmpty();
+        if (platformName == QLatin1String("xcb") && !isWayland) {
+            return Kind::x11;
+        }
+        return hasInputDevices ? Kind::evdev : Kind::none;
+    }
 };
 
 } // namespace tavro

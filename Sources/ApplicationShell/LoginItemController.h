@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ApplicationShell/AppPreferences.h"
-#include "ApplicationShell/LoginItemService.h"
-#include "ApplicationShell/UserDefaults.h"
+#include "PlatformInterfaces/LoginItemService.h"
+#include "PlatformInterfaces/UserDefaults.h"
+#include "Preferences/AppPreferences.h"
 
 #include <string>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ApplicationShell/ApplicationVisibility.h"
-#include "ApplicationShell/Menu.h"
 #include "ApplicationShell/TextEditing.h"
+#include "PlatformInterfaces/Application/MenuBar.h"
+#include "PlatformInterfaces/ApplicationVisibility.h"
 
 #include <functional>
 #include <vector>
@@ -10,7 +10,7 @@
 namespace tavro {
 
 /// The menus of the application and what their items do. Main thread only.
-class MainMenu {
+class MainMenu final : public MenuBar::Client {
 public:
     /// None may be empty, but for the first: without it there is no such item.
     struct Actions {
@@ -24,14 +24,10 @@ public:
     /// Visibility and text editing must outlive this.
     MainMenu(ApplicationVisibility& visibility, TextEditing& textEditing, Actions actions);
 
-    /// From left to right.
-    [[nodiscard]] const std::vector<Menu>& menus() const { return menus_; }
+    [[nodiscard]] const std::vector<Menu>& menus() const override { return menus_; }
 
-    /// Whether the action can be done now. Changes with the session, and with what has the keyboard.
-    [[nodiscard]] bool isEnabled(MenuAction action) const;
-
-    /// Does nothing when the action is not enabled.
-    void perform(MenuAction action) const;
+    [[nodiscard]] bool isEnabled(MenuAction action) const override;
+    void perform(MenuAction action) const override;
 
 private:
     ApplicationVisibility& visibility_;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ApplicationShell/MenuAction.h"
+#include "PlatformInterfaces/Application/Menu.h"
 
 namespace tavro {
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "KeyboardInput/KeyboardTap.h"
 #include "KeyboardInput/PressedKeys.h"
 #include "KeyboardInput/ToggleHotkey.h"
-#include "KeyboardMapping/KeyboardLayoutKind.h"
 #include "PerformanceModel/Character.h"
+#include "PerformanceModel/KeyboardLayoutKind.h"
+#include "PlatformInterfaces/KeyboardTap.h"
 
 #include <cstdint>
 #include <memory>

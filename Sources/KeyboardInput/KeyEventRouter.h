@@ -1,8 +1,8 @@
 #pragma once
 
-#include "KeyboardInput/KeyEvent.h"
 #include "KeyboardInput/PressedKeys.h"
-#include "KeyboardMapping/KeyboardLayoutKind.h"
+#include "PerformanceModel/KeyboardLayoutKind.h"
+#include "PlatformInterfaces/KeyEvent.h"
 
 #include <cstdint>
 #include <functional>

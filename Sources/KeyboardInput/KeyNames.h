@@ -1,6 +1,6 @@
 #pragma once
 
-#include "KeyboardMapping/KeyboardLayoutKind.h"
+#include "PerformanceModel/KeyboardLayoutKind.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "KeyboardInput/HotkeyModifiers.h"
-#include "KeyboardMapping/KeyboardLayoutKind.h"
 #include "PerformanceModel/Character.h"
+#include "PerformanceModel/KeyboardLayoutKind.h"
+#include "PlatformInterfaces/HotkeyModifiers.h"
 
 #include <cstdint>
 #include <optional>

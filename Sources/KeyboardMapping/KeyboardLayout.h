@@ -1,7 +1,7 @@
 #pragma once
 
-#include "KeyboardMapping/KeyboardLayoutKind.h"
 #include "PerformanceModel/Character.h"
+#include "PerformanceModel/KeyboardLayoutKind.h"
 
 #include <cstdint>
 #include <string>

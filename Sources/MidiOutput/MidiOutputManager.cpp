@@ -1,6 +1,6 @@
 #include "MidiOutput/MidiOutputManager.h"
 
-#include "MidiOutput/MidiStrumPlanner.h"
+#include "NoteEngine/MidiStrumPlanner.h"
 #include "PerformanceModel/ScaleEngine.h"
 
 #include <algorithm>
@@ -71,6 +71,7 @@ std::optional<QString> MidiOutputManager::create() {
     system_.setLossHandler(posted(&MidiOutputManager::handleLoss));
     const auto client = system_.createClient("TAVRO", posted(&MidiOutputManager::refreshDestinations));
     client_ = client.reference;
+    clientStatus_ = client.status;
     if (client.status != 0) {
         return failureText(QLatin1String("MIDI Client Fehler"), client.status);
     }

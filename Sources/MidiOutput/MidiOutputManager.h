@@ -1,9 +1,8 @@
 #pragma once
 
 #include "Concurrency/MainActor.h"
-#include "MidiOutput/MidiDestination.h"
-#include "MidiOutput/MidiSystem.h"
 #include "PerformanceModel/NoteEvent.h"
+#include "PlatformInterfaces/MidiSystem.h"
 
 #include <QObject>
 #include <QString>
@@ -17,6 +16,14 @@
 #include <vector>
 
 namespace tavro {
+
+/// A place that messages can be sent to, as the picker offers it.
+struct MidiDestination {
+    MidiObjectRef id;
+    std::string name;
+
+    friend bool operator==(const MidiDestination&, const MidiDestination&) = default;
+};
 
 /// Names one note-on that is scheduled and not sent yet; the values are those of its event, unclamped.
 struct PendingNoteKey {
@@ -58,6 +65,9 @@ public:
 
     /// How many receivers listen to the own source; nothing when the system cannot know.
     [[nodiscard]] std::optional<std::size_t> listeners() const { return listeners_; }
+
+    /// 0, or the platform's number for why no client could be created when that was tried last.
+    [[nodiscard]] std::int32_t clientStatus() const { return clientStatus_; }
 
     /// How many messages the system has lost so far.
     [[nodiscard]] std::uint64_t droppedMessages() const { return droppedMessages_; }
@@ -132,6 +142,7 @@ private:
     MidiObjectRef client_ = 0;
     MidiObjectRef outputPort_ = 0;
     MidiObjectRef virtualSource_ = 0;
+    std::int32_t clientStatus_ = 0;
     PendingNoteOns pendingNoteOns_;
     std::optional<std::size_t> listeners_;
     std::uint64_t droppedMessages_ = 0;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "KeyboardMapping/KeyboardLayoutKind.h"
 #include "PerformanceModel/ChordMode.h"
+#include "PerformanceModel/KeyboardLayoutKind.h"
 
 #include <cstdint>
 #include <string>

@@ -1,6 +1,6 @@
 #include "Player/ControlBinding.h"
 
-#include "ApplicationShell/PerformanceController.h"
+#include "Performance/PerformanceController.h"
 #include "PerformanceModel/JsonDecoding.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "MidiOutput/MidiDestination.h"
+#include "MidiOutput/MidiOutputManager.h"
 
 #include <span>
 #include <stdexcept>

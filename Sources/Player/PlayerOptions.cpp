@@ -1,6 +1,6 @@
 #include "Player/PlayerOptions.h"
 
-#include "ApplicationShell/MidiSystemChooser.h"
+#include "MidiOutput/MidiSystemTable.h"
 
 #include <QCommandLineParser>
 
@@ -9,6 +9,12 @@ namespace tavro {
 namespace {
 
 struct Options {
+    explicit Options(const MidiSystemTable& midiSystems)
+        : live(QStringLiteral("live"),
+               QStringLiteral("Plays in real time to a MIDI system, through the port \"TAVRO Out\" unless a "
+                              "destination is chosen. The end of the script silences everything."),
+               midiSystems.alternatives()) {}
+
     QCommandLineOption format{QStringLiteral("format"),
                               QStringLiteral("How events are printed: text or jsonl."),
                               QStringLiteral("text|jsonl"), QStringLiteral("text")};
@@ -18,11 +24,7 @@ struct Options {
     QCommandLineOption preset{QStringLiteral("preset"),
                               QStringLiteral("Starts with the settings of a preset."),
                               QStringLiteral("FILE.tvp")};
-    QCommandLineOption live{
-        QStringLiteral("live"),
-        QStringLiteral("Plays in real time to a MIDI system, through the port \"TAVRO Out\" unless a "
-                       "destination is chosen. The end of the script silences everything."),
-        QStringLiteral("auto|alsa|jack")};
+    QCommandLineOption live;
     QCommandLineOption destination{
         QStringLiteral("destination"),
         QStringLiteral("With --live: plays to this destination and to nothing else. The name is the one "
@@ -51,8 +53,8 @@ struct Options {
 
 } // namespace
 
-PlayerOptions PlayerOptions::parse(const QStringList& arguments) {
-    const Options options;
+PlayerOptions PlayerOptions::parse(const QStringList& arguments, const MidiSystemTable& midiSystems) {
+    const Options options(midiSystems);
     QCommandLineParser parser;
     options.addTo(parser);
     if (!parser.parse(arguments)) {
@@ -81,8 +83,9 @@ PlayerOptions PlayerOptions::parse(const QStringList& arguments) {
         parsed.script = positional.first();
     }
     parsed.live = parser.value(options.live);
-    if (parser.isSet(options.live) && !MidiSystemChooser::isName(parsed.live)) {
-        throw Error("--live is auto, alsa or jack, not \"" + parsed.live.toStdString() + "\"");
+    if (parser.isSet(options.live) && !midiSystems.isName(parsed.live)) {
+        throw Error("--live is " + midiSystems.sentence().toStdString() + ", not \"" +
+                    parsed.live.toStdString() + "\"");
     }
     parsed.destination = parser.value(options.destination);
     if (parser.isSet(options.listDestinations)) {
@@ -105,9 +108,9 @@ PlayerOptions PlayerOptions::parse(const QStringList& arguments) {
     return parsed;
 }
 
-QString PlayerOptions::helpText() {
+QString PlayerOptions::helpText(const MidiSystemTable& midiSystems) {
     QCommandLineParser parser;
-    Options().addTo(parser);
+    Options(midiSystems).addTo(parser);
     return parser.helpText();
 }
 

@@ -7,6 +7,8 @@
 
 namespace tavro {
 
+class MidiSystemTable;
+
 /// What the command line of `tavro-play` asks for.
 struct PlayerOptions {
     enum class Task { play, listDestinations, showHelp, showVersion };
@@ -25,15 +27,16 @@ struct PlayerOptions {
     QString midiFile;
     /// Empty for the default settings.
     QString presetFile;
-    /// The MIDI system to play to in real time: a name of `MidiSystemChooser`. Empty for virtual time.
+    /// The MIDI system to play to in real time: a name of the table. Empty for virtual time.
     QString live;
     /// A destination's name or number; empty for the program's own source. Only set when playing live.
     QString destination;
 
     /// `arguments` begin with the program's name. Throws `Error`.
-    [[nodiscard]] static PlayerOptions parse(const QStringList& arguments);
+    [[nodiscard]] static PlayerOptions parse(const QStringList& arguments,
+                                             const MidiSystemTable& midiSystems);
 
-    [[nodiscard]] static QString helpText();
+    [[nodiscard]] static QString helpText(const MidiSystemTable& midiSystems);
 };
 
 } // namespace tavro

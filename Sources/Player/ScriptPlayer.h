@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ApplicationShell/PerformanceController.h"
 #include "Concurrency/VirtualMainActor.h"
 #include "MidiOutput/MidiOutputManager.h"
+#include "Performance/PerformanceController.h"
 #include "Player/KeyScript.h"
 #include "Player/ObservedMidiSystem.h"
 #include "Player/Pacer.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Concurrency/MainActor.h"
-#include "Updates/BundleReader.h"
+#include "PlatformInterfaces/Application/BundleReader.h"
 #include "Updates/ChildProcesses.h"
 #include "Updates/PackageVerifier.h"
 #include "Updates/UpdateFiles.h"

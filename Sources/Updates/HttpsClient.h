@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Updates/Outcome.h"
-#include "Updates/PendingWork.h"
 
 #include <QByteArray>
 #include <QUrl>

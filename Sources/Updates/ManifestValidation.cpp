@@ -1,6 +1,6 @@
 #include "Updates/ManifestValidation.h"
 
-#include "Updates/SemanticVersion.h"
+#include "Updates/Manifest/SemanticVersion.h"
 
 #include <QCoreApplication>
 

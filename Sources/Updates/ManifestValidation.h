@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Updates/Manifest/UpdateManifest.h"
 #include "Updates/Outcome.h"
-#include "Updates/UpdateManifest.h"
 
 #include <QUrl>
 

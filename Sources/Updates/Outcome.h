@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Updates/UpdateFailure.h"
+#include "Updates/UpdateError.h"
 
 #include <functional>
 #include <utility>
@@ -40,5 +40,15 @@ using PlainOutcome = Outcome<std::monostate>;
 /// Is told the outcome of pending work, once, on the main thread, never inside the call that begins the work.
 template <class Value>
 using Completion = std::function<void(const Outcome<Value>&)>;
+
+/// Work under way that tells its outcome later, on the main thread. Destroying it before then ends the work,
+/// and nothing is told any more. It may be destroyed from inside its own completion.
+class PendingWork {
+public:
+    PendingWork() = default;
+    PendingWork(const PendingWork&) = delete;
+    PendingWork& operator=(const PendingWork&) = delete;
+    virtual ~PendingWork() = default;
+};
 
 } // namespace tavro

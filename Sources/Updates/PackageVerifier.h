@@ -1,8 +1,7 @@
 #pragma once
 
+#include "Updates/Manifest/UpdatePlatform.h"
 #include "Updates/Outcome.h"
-#include "Updates/PendingWork.h"
-#include "Updates/UpdatePlatforms.h"
 
 #include <QUrl>
 

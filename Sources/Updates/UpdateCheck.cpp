@@ -2,8 +2,8 @@
 
 #include "PerformanceModel/BoundedJson.h"
 #include "PerformanceModel/JsonDecoding.h"
+#include "Updates/Manifest/SemanticVersion.h"
 #include "Updates/ManifestValidation.h"
-#include "Updates/SemanticVersion.h"
 
 #include <utility>
 

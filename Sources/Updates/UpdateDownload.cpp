@@ -118,7 +118,7 @@ void UpdateDownload::compare(const Outcome<QString>& digest) {
 void UpdateDownload::open(const PlainOutcome& verification) {
     if (!verification.isSuccess()) {
         finish(verification.failure());
-    } else if (!environment_.opener.open(package_)) {
+    } else if (!environment_.open(package_)) {
         finish(UpdateError::commandFailed(QCoreApplication::translate(
             "UpdateError", "macOS could not open the verified TAVRO installer.")));
     } else {

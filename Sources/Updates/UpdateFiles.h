@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Updates/Outcome.h"
-#include "Updates/PendingWork.h"
 
 #include <QString>
 #include <QStringList>

@@ -1,6 +1,6 @@
 #include "Updates/UpdateService.h"
 
-#include "Updates/SemanticVersion.h"
+#include "Updates/Manifest/SemanticVersion.h"
 #include "Updates/UpdateCheck.h"
 #include "Updates/UpdateDownload.h"
 
@@ -12,14 +12,14 @@ UpdateService::UpdateService(const Environment& environment, QString defaultFeed
     : environment_(environment), defaultFeed_(std::move(defaultFeed)) {}
 
 QString UpdateService::installedVersion() const {
-    const auto text = environment_.information.value(QStringLiteral("CFBundleShortVersionString"));
+    const auto text = environment_.information(QStringLiteral("CFBundleShortVersionString"));
     const auto version = SemanticVersion::parse(text.value_or(QString()).toStdString());
     return QString::fromStdString(version.value_or(SemanticVersion()).description());
 }
 
 QString UpdateService::feedAddress() const {
     for (const auto& key : {QStringLiteral("TAVROUpdateFeedURL"), QStringLiteral("PelmontUpdateFeedURL")}) {
-        if (const auto address = environment_.information.value(key)) {
+        if (const auto address = environment_.information(key)) {
             return *address;
         }
     }

@@ -1,17 +1,27 @@
 #pragma once
 
 #include "Concurrency/MainActor.h"
-#include "Updates/ApplicationInformation.h"
-#include "Updates/AvailableUpdate.h"
-#include "Updates/FileOpener.h"
 #include "Updates/HttpsClient.h"
+#include "Updates/Manifest/UpdateManifest.h"
 #include "Updates/PackageVerifier.h"
 #include "Updates/UpdateFiles.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace tavro {
+
+/// A version that is newer than the one that runs, and its package for this system.
+struct AvailableUpdate {
+    /// The text form of the version that runs.
+    std::string installedVersion;
+    UpdateManifest manifest;
+    UpdatePlatform package;
+
+    friend bool operator==(const AvailableUpdate&, const AvailableUpdate&) = default;
+};
 
 /// Looks for a newer version, and fetches, checks and opens its package. It keeps nothing: every call starts
 /// afresh. Main thread only.
@@ -21,9 +31,13 @@ public:
     struct Environment {
         HttpsClient& https;
         UpdateFiles& files;
-        const ApplicationInformation& information;
+        /// What the program tells about itself, by key, such as "CFBundleShortVersionString". Nothing when
+        /// there is no value, or one that is no text.
+        std::function<std::optional<QString>(const QString& key)> information;
         PackageVerifier& verifier;
-        FileOpener& opener;
+        /// Hands a file to the system, to be opened with whatever it uses for such files. False when the
+        /// system declines; what comes of it later is not told.
+        std::function<bool(const QString& path)> open;
         MainActor& mainActor;
     };
 

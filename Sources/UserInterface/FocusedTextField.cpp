@@ -1,6 +1,6 @@
 #include "UserInterface/FocusedTextField.h"
 
-#include "KeyboardInput/FocusedItem.h"
+#include "UserInterface/KeyItems/FocusedItem.h"
 
 #include <QGuiApplication>
 #include <QMetaObject>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ApplicationShell/GlobalPlay.h"
+#include "Performance/GlobalPlay.h"
 
 #include <QObject>
 #include <QString>

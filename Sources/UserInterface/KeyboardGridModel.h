@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ApplicationShell/PerformanceController.h"
 #include "KeyboardMapping/KeyboardLayout.h"
+#include "Performance/PerformanceController.h"
 #include "UserInterface/KeyTouches.h"
 
 #include <QAbstractListModel>

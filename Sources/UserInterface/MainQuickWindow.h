@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ApplicationShell/ApplicationWindow.h"
-#include "ApplicationShell/WindowAspect.h"
+#include "PlatformInterfaces/Application/WindowAspect.h"
 #include "UserInterface/MainWindowFitter.h"
 #include "UserInterface/MainWindowLoader.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ApplicationShell/PerformanceController.h"
 #include "MidiOutput/MidiOutputManager.h"
+#include "Performance/PerformanceController.h"
 
 #include <QHash>
 #include <QObject>

@@ -1,7 +1,7 @@
 #include "UserInterface/PerformanceSettings.h"
 
-#include "KeyboardMapping/KeyboardLayoutKind.h"
 #include "PerformanceModel/ChordMode.h"
+#include "PerformanceModel/KeyboardLayoutKind.h"
 
 #include <algorithm>
 #include <limits>

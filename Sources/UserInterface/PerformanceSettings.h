@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ApplicationShell/PerformanceController.h"
+#include "Performance/PerformanceController.h"
 
 #include <QObject>
 #include <QString>

@@ -1,6 +1,6 @@
 #include "UserInterface/PickerChoices.h"
 
-#include "KeyboardMapping/KeyboardLayoutKind.h"
+#include "PerformanceModel/KeyboardLayoutKind.h"
 #include "PerformanceModel/ScaleEngine.h"
 
 #include <QString>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ApplicationShell/PresetLibrary.h"
+#include "Presets/PresetLibrary.h"
 
 #include <QObject>
 #include <QString>

@@ -1,6 +1,6 @@
 #include "UserInterface/TutorialPresenter.h"
 
-#include "ApplicationShell/PreferenceKey.h"
+#include "Preferences/PreferenceKey.h"
 #include "UserInterface/TutorialSteps.h"
 
 #include <chrono>

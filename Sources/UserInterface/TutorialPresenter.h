@@ -1,9 +1,9 @@
 #pragma once
 
-#include "ApplicationShell/GlobalPlay.h"
-#include "ApplicationShell/UserDefaults.h"
 #include "Concurrency/MainActor.h"
 #include "KeyboardInput/KeyboardAccess.h"
+#include "Performance/GlobalPlay.h"
+#include "PlatformInterfaces/UserDefaults.h"
 #include "UserInterface/TutorialStep.h"
 
 #include <QList>

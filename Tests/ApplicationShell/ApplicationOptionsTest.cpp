@@ -1,13 +1,18 @@
 #include "ApplicationShell/ApplicationOptions.h"
 
+#include "MidiOutput/MidiSystemTable.h"
+
 #include <gtest/gtest.h>
 
 namespace tavro {
 namespace {
 
+const MidiSystemTable midiSystems({{.name = QStringLiteral("alsa"), .available = nullptr, .make = nullptr},
+                                   {.name = QStringLiteral("jack"), .available = nullptr, .make = nullptr}});
+
 ApplicationOptions parse(QStringList arguments, const QString& midiFromEnvironment = {}) {
     arguments.prepend(QStringLiteral("tavro"));
-    return ApplicationOptions::parse(arguments, midiFromEnvironment);
+    return ApplicationOptions::parse(arguments, midiSystems, midiFromEnvironment);
 }
 
 std::string errorOf(const QStringList& arguments, const QString& midiFromEnvironment = {}) {
@@ -77,9 +82,9 @@ TEST(ApplicationOptions, refuseWhatTheyDoNotUnderstand) {
 }
 
 TEST(ApplicationOptions, helpShowsWhatUsersNeedAndNoMore) {
-    const auto help = ApplicationOptions::helpText();
+    const auto help = ApplicationOptions::helpText(midiSystems);
     EXPECT_TRUE(help.contains(QStringLiteral("--version")));
-    EXPECT_TRUE(help.contains(QStringLiteral("--midi")));
+    EXPECT_TRUE(help.contains(QStringLiteral("--midi <auto|alsa|jack>")));
     EXPECT_TRUE(help.contains(QStringLiteral("TAVRO_MIDI")));
     EXPECT_TRUE(help.contains(QStringLiteral("[FILE.tvp]")));
     EXPECT_FALSE(help.contains(QStringLiteral("--self-test")));

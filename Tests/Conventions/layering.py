@@ -1,42 +1,27 @@
 #!/usr/bin/env python3
-"""Checks what may know what in Sources/: see docs/decisions/0002-layers-and-three-libraries.md.
+"""Checks what may know what in Sources/: see docs/decisions/0002-layers-and-a-library-for-each-folder.md.
+
+Every folder with a CMakeLists.txt is a room, and what its libraries and programs link is what its files may include:
+the rooms of those libraries, and on from them over PUBLIC links. That, and what links cannot say, is held here.
 
 layering.py ROOT         checks the tree, prints every violation as FILE:LINE: reason, status 1 if there is one
 layering.py --self-test  plants every kind of violation in a small tree and expects each to be reported
 """
 
-import os
 import re
 import sys
 import tempfile
-from pathlib import Path
+from pathlib import Path, PurePosixPath
 
-# Folder: the folders that its files may include. Lower layers first; none includes an upper one.
-ALLOWED_FOLDERS = {
-    "Concurrency": {"Concurrency"},
-    "PerformanceModel": {"PerformanceModel"},
-    "KeyboardMapping": {"PerformanceModel", "KeyboardMapping"},
-    "NoteEngine": {"PerformanceModel", "KeyboardMapping", "NoteEngine"},
-    "MidiOutput": {"Concurrency", "PerformanceModel", "MidiOutput"},
-    "KeyboardInput": {"Concurrency", "PerformanceModel", "KeyboardMapping", "KeyboardInput"},
-    "Updates": {"Concurrency", "PerformanceModel", "Updates"},
-}
-LOWER = set(ALLOWED_FOLDERS)
-ALLOWED_FOLDERS["ApplicationShell"] = LOWER | {"ApplicationShell"}
-ALLOWED_FOLDERS["UserInterface"] = LOWER | {"ApplicationShell", "UserInterface"}
-ALLOWED_FOLDERS["Player"] = LOWER | {"ApplicationShell", "Player"}
-ALLOWED_FOLDERS["Platform"] = LOWER | {"ApplicationShell", "Platform"}
-
-# File: single headers of an upper folder that it may include, each for a reason.
-ALLOWED_FILES = {
-    # The layout is one of the settings; the header is an enumeration and nothing else.
-    "PerformanceModel/PerformanceState.h": {"KeyboardMapping/KeyboardLayoutKind.h"},
-    # Which keys stand for a chord's notes can only be told by asking what each key would play.
-    "KeyboardMapping/KeyboardHighlightResolver.cpp": {"NoteEngine/ChordVoicing.h"},
-}
-
-# The places that choose the adapters: they may include every folder, and ask for the platform.
-COMPOSITION_ROOT = re.compile(r"ApplicationShell/AppMain\w*\.\w+|Player/(main|PlayerMain)\.cpp")
+# The library that stands for all that does without Qt and without a platform.
+CORE = "tavro_core"
+# Adapters know this room, its sub-folders and each other, and nothing else but what those interfaces are made of.
+INTERFACES = "PlatformInterfaces"
+# The only rooms of adapters, of system headers and of questions for the platform; programs choose among adapters.
+ADAPTERS = "Platform"
+PROGRAMS = "Programs"
+# The only room, besides the programs, that draws.
+WINDOW = "UserInterface"
 
 STANDARD_HEADER = re.compile(r"[a-z_0-9]+")
 CORE_LIBRARY_HEADER = re.compile(r"nlohmann/json(_fwd)?\.hpp|utf8proc\.h")
@@ -49,9 +34,8 @@ PLATFORM_QUESTION = re.compile(
 )
 CONDITION = re.compile(r"\s*#\s*(if|ifdef|ifndef|elif|elifdef|elifndef)\b(.*)")
 INCLUDE = re.compile(r'\s*#\s*(?:include|import)\s*(?:"([^"]+)"|<([^>]+)>)')
-CMAKE_TARGET = re.compile(
-    r"\b(?:(?:qt6?_)?add_(?:library|executable|qml_module)|target_sources)\s*\(\s*(\w+)([^)]*)\)"
-)
+CMAKE_COMMAND = re.compile(r"\b(\w+)\s*\(([^()]*(?:\([^()]*\)[^()]*)*)\)")
+TARGET_COMMANDS = {"add_library", "add_executable", "qt_add_qml_module", "target_sources"}
 SOURCE_SUFFIXES = {".h", ".hpp", ".cpp", ".mm"}
 
 
@@ -77,32 +61,76 @@ def includes_of(text):
             yield number, found.group(1) or found.group(2), found.group(1) is not None
 
 
-def library_sources(sources, library):
-    """The source files that CMake lists for the library, relative to Sources/."""
-    listed = set()
-    for script in sorted(sources.rglob("CMakeLists.txt")):
-        text = re.sub(r"#.*", "", script.read_text(encoding="utf-8"))
-        for target, arguments in CMAKE_TARGET.findall(text):
-            if target != library:
-                continue
-            for word in arguments.split():
-                file = Path(os.path.normpath(script.parent / word.strip('"')))
-                if file.suffix in SOURCE_SUFFIXES and file.is_file():
-                    listed.add(file.relative_to(os.path.normpath(sources)).as_posix())
-    return listed
+def is_under(folder, top):
+    return folder == top or folder.startswith(top + "/")
 
 
-def with_everything_included(files, includes):
-    """The files and every file of the project that they reach, with the chain that leads there."""
-    chains = {file: [file] for file in sorted(files)}
-    waiting = sorted(files)
-    while waiting:
-        file = waiting.pop()
-        for _, path, is_quoted in includes[file]:
-            if is_quoted and path in includes and path not in chains:
-                chains[path] = chains[file] + [path]
-                waiting.append(path)
-    return chains
+class Rooms:
+    """The folders that have libraries or programs of their own, and what these link."""
+
+    def __init__(self, sources):
+        self.folders = set()
+        # Library: its folder, what it links, and what of that it hands on.
+        self.home, self.links, self.handed_on = {}, {}, {}
+        # (folder, file) that a CMakeLists.txt names although it belongs to another room.
+        self.strangers = []
+        texts = {
+            script.parent.relative_to(sources).as_posix(): re.sub(r"#.*", "", script.read_text(encoding="utf-8"))
+            for script in sorted(sources.rglob("CMakeLists.txt"))
+        }
+        self.folders = {folder for folder, text in texts.items() if re.search(r"\badd_(library|executable)\b", text)}
+        for folder, text in texts.items():
+            for command, arguments in CMAKE_COMMAND.findall(text):
+                self.read(folder, command, arguments.split())
+
+    def read(self, folder, command, words):
+        if command in TARGET_COMMANDS:
+            if command.startswith("add_"):
+                self.home[words[0]] = folder
+            for word in words[1:]:
+                file = PurePosixPath(word.strip('"'))
+                if file.suffix in SOURCE_SUFFIXES and "$" not in word and self.of(folder, file) != folder:
+                    self.strangers.append((folder, word))
+        elif command == "target_link_libraries":
+            links = self.links.setdefault(words[0], set())
+            handed_on = self.handed_on.setdefault(words[0], set())
+            kind = "PUBLIC"
+            for word in words[1:]:
+                if word in ("PUBLIC", "PRIVATE", "INTERFACE"):
+                    kind = word
+                    continue
+                links.add(word)
+                if kind != "PRIVATE":
+                    handed_on.add(word)
+
+    def of(self, folder, file):
+        """The room of a file that is named in a folder."""
+        place = (PurePosixPath("/") / folder / file).parent
+        if ".." in file.parts:
+            return None
+        while place != PurePosixPath("/"):
+            if place.relative_to("/").as_posix() in self.folders:
+                return place.relative_to("/").as_posix()
+            place = place.parent
+        return "." if "." in self.folders else None
+
+    def reached(self, names):
+        """The libraries, and those that come with them."""
+        found, waiting = set(), list(names)
+        while waiting:
+            name = waiting.pop()
+            if name not in found:
+                found.add(name)
+                waiting += self.handed_on.get(name, ())
+        return found
+
+    def known_to(self, folder):
+        """The folders that the files of a folder may include."""
+        linked = set()
+        for target, home in self.home.items():
+            if home == folder:
+                linked |= self.links.get(target, set())
+        return {self.home[name] for name in self.reached(linked) if name in self.home} | {folder}
 
 
 def include_cycles(includes):
@@ -134,123 +162,149 @@ def check(root):
         if file.suffix in SOURCE_SUFFIXES
     }
     includes = {file: list(includes_of(text)) for file, text in texts.items()}
+    rooms = Rooms(sources)
     violations = []
 
     def report(file, number, reason):
         violations.append(f"Sources/{file}:{number}: {reason}")
 
+    core = {rooms.home[name] for name in rooms.reached([CORE]) if name in rooms.home} - {"."}
+    if not core:
+        report("CMakeLists.txt", 1, f"no room of {CORE} found: nothing was checked")
+    for folder, file in rooms.strangers:
+        report(f"{folder}/CMakeLists.txt", 1, f"{file} belongs to another folder")
+    check_reach(rooms, report)
+
     for file, text in texts.items():
-        folder = file.split("/")[0]
-        is_root = COMPOSITION_ROOT.fullmatch(file) is not None
-        if folder not in ALLOWED_FOLDERS:
-            report(file, 1, f"the folder {folder} has no place in the layers")
+        room = rooms.of(".", PurePosixPath(file))
+        if room is None:
+            report(file, 1, "no CMakeLists.txt on its way up makes a library or a program")
             continue
+        sees_system = is_under(room, ADAPTERS) or is_under(room, PROGRAMS)
+        known = rooms.known_to(room)
         for number, path, is_quoted in includes[file]:
             if is_quoted:
-                check_project_include(file, folder, is_root, number, path, includes, report)
-            elif folder != "Platform" and not is_root and not (
+                check_project_include(file, room, known, number, path, includes, rooms, report)
+            elif not sees_system and not (
                 STANDARD_HEADER.fullmatch(path) or CORE_LIBRARY_HEADER.fullmatch(path) or QT_HEADER.fullmatch(path)
             ):
                 report(file, number, f"<{path}> is a system header; only Platform/ includes those")
-        if folder != "Platform" and not is_root:
+            elif room in core and QT_HEADER.fullmatch(path):
+                report(file, number, f"<{path}> in {CORE}: the core does without Qt")
+            elif QUICK_HEADER.fullmatch(path) and not is_under(room, WINDOW) and not is_under(room, PROGRAMS):
+                report(file, number, f"<{path}>: only the window knows Qt Quick")
+        if not sees_system:
             for number, line in logical_lines(text):
                 condition = CONDITION.match(line)
                 question = condition and PLATFORM_QUESTION.search(condition.group(2))
                 if question:
                     report(file, number, f"asks for the platform ({question.group(1)}) outside Platform/")
 
-    for library, forbidden, reason in (
-        ("tavro_core", lambda path: not (STANDARD_HEADER.fullmatch(path) or CORE_LIBRARY_HEADER.fullmatch(path)),
-         "the core knows the C++ library, nlohmann/json and utf8proc only"),
-        ("tavro_shell", QUICK_HEADER.fullmatch, "the shell does without Qt Quick"),
-    ):
-        listed = library_sources(sources, library)
-        if not listed:
-            violations.append(f"Sources/CMakeLists.txt:1: no source file of {library} found: nothing was checked")
-        for file, chain in with_everything_included(listed, includes).items():
-            for number, path, is_quoted in includes[file]:
-                if not is_quoted and forbidden(path):
-                    road = "" if len(chain) == 1 else f" (reached by {' -> '.join(chain)})"
-                    report(file, number, f"<{path}> in {library}: {reason}{road}")
-
     for cycle in include_cycles(includes):
         report(cycle[0], 1, f"includes itself: {' -> '.join(cycle)}")
     return violations
 
 
-def check_project_include(file, folder, is_root, number, path, includes, report):
+def check_reach(rooms, report):
+    """Who may link adapters, and what these may link."""
+    for folder in sorted(rooms.folders):
+        known = rooms.known_to(folder)
+        adapters = sorted(room for room in known if is_under(room, ADAPTERS))
+        if is_under(folder, ADAPTERS):
+            beneath = set().union(*(rooms.known_to(room) for room in rooms.folders if is_under(room, INTERFACES)))
+            for room in sorted(known - set(adapters) - beneath):
+                report(f"{folder}/CMakeLists.txt", 1, f"an adapter links {room}; it knows {INTERFACES} alone")
+        elif adapters and not is_under(folder, PROGRAMS):
+            report(f"{folder}/CMakeLists.txt", 1, f"{folder} links {adapters[0]}; only programs choose adapters")
+
+
+def check_project_include(file, room, known, number, path, includes, rooms, report):
     if path not in includes:
         # Headers that the build makes (moc) are included by their plain names.
         if "/" in path or not re.fullmatch(r"\w+\.moc|moc_\w+\.cpp", path):
             report(file, number, f'"{path}" is no file under Sources/; project includes are rooted there')
         return
-    target = path.split("/")[0]
-    if is_root or target in ALLOWED_FOLDERS[folder] or path in ALLOWED_FILES.get(file, ()):
-        return
-    if target == "Platform":
-        report(file, number, f'"{path}": only AppMain and the player\'s main choose adapters')
-    else:
-        report(file, number, f'"{path}": {folder} does not know {target}')
+    target = rooms.of(".", PurePosixPath(path))
+    if target not in known:
+        report(file, number, f'"{path}": {room} does not link {target}')
 
 
 GOOD_TREE = {
-    "CMakeLists.txt": "add_library(tavro_core STATIC # the core\n    PerformanceModel/Scale.cpp)\n"
-    "add_library(tavro_shell STATIC MidiOutput/Output.cpp)\n",
-    "PerformanceModel/Scale.h": "#pragma once\n#include <vector>\n",
-    "PerformanceModel/Scale.cpp": '#include "PerformanceModel/Scale.h"\n#include <nlohmann/json.hpp>\n',
-    "MidiOutput/Output.h": '#pragma once\n#include "PerformanceModel/Scale.h"\n#include <QObject>\n',
-    "MidiOutput/Output.cpp": '#include "MidiOutput/Output.h"\n#include "moc_Output.cpp"\n',
-    "ApplicationShell/AppMain.cpp": '#include "Platform/Linux/Midi.h"\n#include "UserInterface/View.h"\n'
+    "CMakeLists.txt": "add_library(tavro_core INTERFACE)\ntarget_link_libraries(tavro_core INTERFACE tavro_model)\n",
+    "Model/CMakeLists.txt": "add_library(tavro_model STATIC # the core\n    Scale.cpp)\n",
+    "Model/Scale.h": "#pragma once\n#include <vector>\n",
+    "Model/Scale.cpp": '#include "Model/Scale.h"\n#include <nlohmann/json.hpp>\n',
+    "PlatformInterfaces/CMakeLists.txt": "add_library(tavro_interfaces INTERFACE)\n"
+    "target_link_libraries(tavro_interfaces INTERFACE tavro_model)\n",
+    "PlatformInterfaces/Midi.h": '#pragma once\n#include "Model/Scale.h"\n',
+    "Output/CMakeLists.txt": "add_library(tavro_output STATIC Output.cpp Deep/More.cpp)\n"
+    "target_link_libraries(tavro_output PUBLIC tavro_interfaces Qt6::Core PRIVATE tavro_hidden)\n",
+    "Output/Output.h": '#pragma once\n#include "Model/Scale.h"\n#include <QObject>\n',
+    "Output/Output.cpp": '#include "Output/Output.h"\n#include "Hidden/Hidden.h"\n#include "moc_Output.cpp"\n',
+    "Output/Deep/More.cpp": '#include "Output/Output.h"\n',
+    "Hidden/CMakeLists.txt": "add_library(tavro_hidden INTERFACE)\n",
+    "Hidden/Hidden.h": "#pragma once\n",
+    "UserInterface/CMakeLists.txt": "add_library(tavro_ui STATIC)\n"
+    "target_link_libraries(tavro_ui PUBLIC tavro_output Qt6::Quick)\n",
+    "UserInterface/View.h": '#include "Output/Output.h"\n#include <QQuickItem>\n',
+    "Platform/Linux/CMakeLists.txt": "add_library(tavro_linux STATIC)\n"
+    "target_link_libraries(tavro_linux PUBLIC tavro_interfaces PkgConfig::jack)\n",
+    "Platform/Linux/Midi.h": '#include "PlatformInterfaces/Midi.h"\n#include <jack/jack.h>\n#ifdef __linux__\n#endif\n',
+    "Programs/CMakeLists.txt": "add_executable(tavro Main.cpp)\n"
+    "target_link_libraries(tavro PRIVATE tavro_linux tavro_ui)\n",
+    "Programs/Main.cpp": '#include "Platform/Linux/Midi.h"\n#include "UserInterface/View.h"\n'
     "#if defined(__linux__)\n#endif\n",
-    "UserInterface/View.h": '#include "MidiOutput/Output.h"\n#include <QQuickItem>\n',
-    "Platform/Linux/Midi.h": '#include "MidiOutput/Output.h"\n#include <jack/jack.h>\n#ifdef __linux__\n#endif\n',
 }
 
 # What is added to which file of the good tree, and what the report must then say about it.
 PLANTED = [
-    ("PerformanceModel/Scale.cpp", "#include <QString>", "Sources/PerformanceModel/Scale.cpp:3: <QString> in tavro_core"),
-    ("PerformanceModel/Scale.h", "#include <QtCore/QObject>", "<QtCore/QObject> in tavro_core"),
-    ("PerformanceModel/Scale.h", "#include <unistd.h>", "Sources/PerformanceModel/Scale.h:3: <unistd.h> is a system header"),
-    ("MidiOutput/Output.cpp", "#include <jack/jack.h>", "<jack/jack.h> is a system header"),
-    ("MidiOutput/Output.cpp", "#include <alsa/asoundlib.h>", "<alsa/asoundlib.h> is a system header"),
+    ("Model/Scale.cpp", "#include <QString>", "Sources/Model/Scale.cpp:3: <QString> in tavro_core"),
+    ("Model/Scale.h", "#include <QtCore/QObject>", "<QtCore/QObject> in tavro_core"),
+    ("PlatformInterfaces/Midi.h", "#include <QSize>", "the core does without Qt", "Model/CMakeLists.txt",
+     "target_link_libraries(tavro_core INTERFACE tavro_interfaces)"),
+    ("Model/Scale.h", "#include <unistd.h>", "Sources/Model/Scale.h:3: <unistd.h> is a system header"),
+    ("Output/Output.cpp", "#include <jack/jack.h>", "<jack/jack.h> is a system header"),
+    ("Output/Output.cpp", "#include <alsa/asoundlib.h>", "<alsa/asoundlib.h> is a system header"),
     ("UserInterface/View.h", "#include <X11/Xlib.h>", "<X11/Xlib.h> is a system header"),
     ("UserInterface/View.h", "#include <xcb/xcb.h>", "<xcb/xcb.h> is a system header"),
     ("UserInterface/View.h", "#  include <linux/input.h>", "<linux/input.h> is a system header"),
     ("UserInterface/View.h", "#import <AppKit/AppKit.h>", "<AppKit/AppKit.h> is a system header"),
     ("UserInterface/View.h", "#include <QuartzCore/CALayer.h>", "<QuartzCore/CALayer.h> is a system header"),
-    ("MidiOutput/Output.h", "#include <QtQuick/QQuickItem>", "the shell does without Qt Quick"),
-    ("MidiOutput/Output.cpp", "#include <QQmlEngine>", "the shell does without Qt Quick"),
-    ("MidiOutput/Output.cpp", "#ifdef Q_OS_LINUX\n#endif", "asks for the platform (Q_OS_LINUX)"),
-    ("MidiOutput/Output.cpp", "#if defined(__APPLE__)\n#endif", "asks for the platform (__APPLE__)"),
-    ("MidiOutput/Output.cpp", "#if 1\n#elif \\\n  _WIN32\n#endif", "asks for the platform (_WIN32)"),
+    ("Output/Output.h", "#include <QtQuick/QQuickItem>", "only the window knows Qt Quick"),
+    ("Output/Deep/More.cpp", "#include <QQmlEngine>", "only the window knows Qt Quick"),
+    ("Output/Output.cpp", "#ifdef Q_OS_LINUX\n#endif", "asks for the platform (Q_OS_LINUX)"),
+    ("Output/Output.cpp", "#if defined(__APPLE__)\n#endif", "asks for the platform (__APPLE__)"),
+    ("Output/Output.cpp", "#if 1\n#elif \\\n  _WIN32\n#endif", "asks for the platform (_WIN32)"),
     ("UserInterface/View.h", "# ifndef __linux__\n#endif", "asks for the platform (__linux__)"),
-    ("MidiOutput/Output.cpp", '#include "Platform/Linux/Midi.h"', "choose adapters"),
-    ("UserInterface/View.h", '#include "Platform/Linux/Midi.h"', "choose adapters"),
-    ("Platform/Linux/Midi.h", '#include "UserInterface/View.h"', "Platform does not know UserInterface"),
-    ("MidiOutput/Output.cpp", '#include "UserInterface/View.h"', "MidiOutput does not know UserInterface"),
-    ("PerformanceModel/Scale.cpp", '#include "MidiOutput/Output.h"', "PerformanceModel does not know MidiOutput"),
-    ("PerformanceModel/Scale.cpp", '#include "MidiOutput/Output.h"', "reached by PerformanceModel/Scale.cpp"),
-    ("PerformanceModel/Scale.cpp", '#include "Scale.h"', "is no file under Sources/"),
-    ("PerformanceModel/Scale.h", '#include "PerformanceModel/Scale.h"', "includes itself"),
-    ("Helpers/Things.h", "#include <vector>", "the folder Helpers has no place"),
-    ("CMakeLists.txt", None, "no source file of tavro_core found"),
+    ("Output/Output.cpp", '#include "Platform/Linux/Midi.h"', "Output does not link Platform/Linux"),
+    ("Output/Deep/More.cpp", '#include "UserInterface/View.h"', "Output does not link UserInterface"),
+    ("UserInterface/View.h", '#include "Hidden/Hidden.h"', "UserInterface does not link Hidden"),
+    ("Model/Scale.cpp", '#include "Output/Output.h"', "Model does not link Output"),
+    ("UserInterface/CMakeLists.txt", "target_link_libraries(tavro_ui PRIVATE tavro_linux)",
+     "only programs choose adapters"),
+    ("Platform/Linux/CMakeLists.txt", "target_link_libraries(tavro_linux PRIVATE tavro_output)",
+     "an adapter links Output"),
+    ("Model/CMakeLists.txt", "target_sources(tavro_model PRIVATE ../Output/Output.cpp)", "belongs to another folder"),
+    ("CMakeLists.txt", "add_library(tavro_all STATIC Output/Output.cpp)", "belongs to another folder"),
+    ("Model/Scale.cpp", '#include "Scale.h"', "is no file under Sources/"),
+    ("Model/Scale.h", '#include "Model/Scale.h"', "includes itself"),
+    ("CMakeLists.txt", None, "no room of tavro_core found"),
 ]
 
 
 def self_test():
     failures = 0
     cases = [(None, "", None)] + PLANTED
-    for file, addition, expected in cases:
+    for file, addition, expected, *more in cases:
         with tempfile.TemporaryDirectory() as folder:
             for path, text in GOOD_TREE.items():
                 target = Path(folder) / "Sources" / path
                 target.parent.mkdir(parents=True, exist_ok=True)
                 target.write_text(text, encoding="utf-8")
-            if file:
-                target = Path(folder) / "Sources" / file
-                target.parent.mkdir(parents=True, exist_ok=True)
-                old = target.read_text(encoding="utf-8") if target.exists() else ""
-                target.write_text("" if addition is None else f"{old}{addition}\n", encoding="utf-8")
+            for planted, added in [(file, addition)] * bool(file) + [tuple(more)] * bool(more):
+                target = Path(folder) / "Sources" / planted
+                target.write_text("" if added is None else f"{target.read_text(encoding='utf-8')}{added}\n",
+                                  encoding="utf-8")
             found = check(folder)
         if expected is None:
             is_right = not found

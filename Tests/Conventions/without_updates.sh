@@ -17,8 +17,7 @@ configure() {
 # updatesIn ON|OFF: what of the updates stands in the commands that make the program.
 updatesIn() {
     ninja -C "$scratch/$1" -t commands bin/tavro |
-        grep -oE 'Updates/[A-Za-z]+\.cpp\.o|UpdateQuick[A-Za-z]+\.cpp\.o|AppMainUpdates\.cpp\.o|TAVRO_UPDATE_FEED_URL' |
-        grep -vE 'Updates/(InternetDate|ManifestKeys|SemanticVersion|UpdateManifest|UpdatePlatforms?)\.cpp' |
+        grep -oE 'Sources/Updates/[A-Za-z/_.]+\.cpp\.o|UpdateQuick[A-Za-z]+\.cpp\.o|AppMainUpdates\.cpp\.o|TAVRO_UPDATE_FEED_URL' |
         sort -u
 }
 
@@ -35,7 +34,7 @@ if [[ -n $(updatesIn OFF) ]]; then
     exit 1
 fi
 # Only what puts the program together knows whether there are updates; the rest would take minutes.
-commands="$(sed -n 's/^ *"command": "\(.*ApplicationShell\/AppMain[A-Za-z]*\.cpp\)",$/\1 -fsyntax-only/p' \
+commands="$(sed -n 's/^ *"command": "\(.*Programs\/tavro\/AppMain[A-Za-z]*\.cpp\)",$/\1 -fsyntax-only/p' \
     "$scratch/OFF/compile_commands.json" | sed 's/\\"/"/g; s/\\\\/\\/g')"
 if [[ -z $commands ]]; then
     echo "Nothing to compile was found: nothing was checked"

@@ -18,8 +18,8 @@
 
 #include "CommandLines.h"
 
-#include "ApplicationShell/QtMainActor.h"
 #include "Platform/Linux/Jack/MidiSystemAdapter.h"
+#include "Platform/Qt/QtMainActor.h"
 
 #include <QCoreApplication>
 

@@ -8,9 +8,9 @@
 
 #include "CommandLines.h"
 
-#include "ApplicationShell/QtMainActor.h"
 #include "MidiOutput/MidiOutputManager.h"
 #include "Platform/Linux/Jack/MidiSystemAdapter.h"
+#include "Platform/Qt/QtMainActor.h"
 
 #include <QCoreApplication>
 

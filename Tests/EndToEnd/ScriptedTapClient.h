@@ -1,8 +1,8 @@
 #pragma once
 
-#include "KeyboardInput/KeyboardTap.h"
 #include "KeyboardInput/ToggleHotkey.h"
-#include "KeyboardMapping/KeyboardLayoutKind.h"
+#include "PerformanceModel/KeyboardLayoutKind.h"
+#include "PlatformInterfaces/KeyboardTap.h"
 
 #include <condition_variable>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "Platform/Headless/MidiSystemAdapter.h"
 #include "Player/KeyScript.h"
+#include "Player/Pacer.h"
 #include "Player/ScriptPlayer.h"
-#include "Player/VirtualPacer.h"
 #include "Require.h"
 
 #include <chrono>

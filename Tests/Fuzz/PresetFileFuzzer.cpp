@@ -1,6 +1,6 @@
-#include "ApplicationShell/PresetText.h"
 #include "PerformanceModel/BoundedJson.h"
 #include "PerformanceModel/JsonDecoding.h"
+#include "PerformanceModel/PresetText.h"
 #include "Require.h"
 
 #include <cstddef>

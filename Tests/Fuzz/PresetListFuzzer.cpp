@@ -1,4 +1,4 @@
-#include "ApplicationShell/PresetText.h"
+#include "PerformanceModel/PresetText.h"
 #include "Require.h"
 
 #include <cstddef>

@@ -1,7 +1,7 @@
-#include "ApplicationShell/AppPreferences.h"
 #include "PerformanceModel/Character.h"
 #include "Platform/Headless/BootClockAdapter.h"
 #include "Platform/Headless/UserDefaultsAdapter.h"
+#include "Preferences/AppPreferences.h"
 #include "Require.h"
 
 #include <cstddef>

@@ -1,7 +1,7 @@
 #include "PerformanceModel/BoundedJson.h"
 #include "PerformanceModel/JsonDecoding.h"
 #include "Require.h"
-#include "Updates/UpdateManifest.h"
+#include "Updates/Manifest/UpdateManifest.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,5 +1,5 @@
 #include "Require.h"
-#include "Updates/SemanticVersion.h"
+#include "Updates/Manifest/SemanticVersion.h"
 
 #include <compare>
 #include <cstddef>

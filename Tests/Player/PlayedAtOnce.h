@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Platform/Headless/MidiSystemAdapter.h"
+#include "Player/Pacer.h"
 #include "Player/ScriptPlayer.h"
-#include "Player/VirtualPacer.h"
 
 namespace tavro {
 

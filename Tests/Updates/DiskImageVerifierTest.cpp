@@ -1,6 +1,6 @@
 #include "Updates/DiskImageVerifier.h"
 
-#include "Platform/Headless/BundleReaderAdapter.h"
+#include "Updates/Doubles/BundleReaderAdapter.h"
 #include "Updates/UpdatesFixture.h"
 
 #include <QRegularExpression>

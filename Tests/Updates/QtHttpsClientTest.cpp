@@ -1,6 +1,6 @@
 #include "Updates/QtHttpsClient.h"
 
-#include "ApplicationShell/TemporaryFolder.h"
+#include "Presets/TemporaryFolder.h"
 #include "Updates/EventLoop.h"
 #include "Updates/HttpsServer.h"
 #include "Updates/UpdatesFixture.h"

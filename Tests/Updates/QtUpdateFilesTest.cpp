@@ -1,6 +1,6 @@
 #include "Updates/QtUpdateFiles.h"
 
-#include "ApplicationShell/TemporaryFolder.h"
+#include "Presets/TemporaryFolder.h"
 #include "Updates/EventLoop.h"
 #include "Updates/UpdatesFixture.h"
 

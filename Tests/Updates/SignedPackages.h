@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ApplicationShell/TemporaryFolder.h"
+#include "Presets/TemporaryFolder.h"
 
 #include <QByteArray>
 #include <QStringList>

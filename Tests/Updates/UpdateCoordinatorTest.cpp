@@ -1,7 +1,7 @@
 #include "Updates/UpdateCoordinator.h"
 
-#include "Platform/Headless/UpdateAlertAdapter.h"
-#include "Platform/Headless/UpdateWindowAdapter.h"
+#include "Updates/Doubles/UpdateAlertAdapter.h"
+#include "Updates/Doubles/UpdateWindowAdapter.h"
 #include "Updates/UpdatesFixture.h"
 
 namespace tavro {

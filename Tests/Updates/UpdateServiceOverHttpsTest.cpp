@@ -63,9 +63,9 @@ protected:
     QtUpdateFiles realFiles;
     UpdateService real{{.https = client,
                         .files = realFiles,
-                        .information = information,
+                        .information = std::cref(information),
                         .verifier = verifier,
-                        .opener = opener,
+                        .open = std::ref(opener),
                         .mainActor = main},
                        QString()};
 

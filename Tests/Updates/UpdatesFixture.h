@@ -1,12 +1,12 @@
 #pragma once
 
 #include "Concurrency/VirtualMainActor.h"
-#include "Platform/Headless/ApplicationInformationAdapter.h"
-#include "Platform/Headless/ChildProcessesAdapter.h"
-#include "Platform/Headless/FileOpenerAdapter.h"
-#include "Platform/Headless/HttpsClientAdapter.h"
-#include "Platform/Headless/UpdateFilesAdapter.h"
-#include "Updates/ManifestTexts.h"
+#include "Updates/Doubles/ApplicationInformationAdapter.h"
+#include "Updates/Doubles/ChildProcessesAdapter.h"
+#include "Updates/Doubles/FileOpenerAdapter.h"
+#include "Updates/Doubles/HttpsClientAdapter.h"
+#include "Updates/Doubles/UpdateFilesAdapter.h"
+#include "Updates/Manifest/ManifestTexts.h"
 #include "Updates/UpdateService.h"
 
 #include <gmock/gmock.h>
@@ -84,9 +84,9 @@ protected:
     RecordingVerifier verifier;
     UpdateService service{{.https = https,
                            .files = files,
-                           .information = information,
+                           .information = std::cref(information),
                            .verifier = verifier,
-                           .opener = opener,
+                           .open = std::ref(opener),
                            .mainActor = main},
                           QStringLiteral("https://default.invalid/latest.json")};
 };

@@ -1,19 +1,18 @@
 #pragma once
 
-#include "ApplicationShell/GlobalPlay.h"
 #include "ApplicationShell/LaunchAtLogin.h"
 #include "ApplicationShell/MainMenu.h"
-#include "ApplicationShell/PerformanceController.h"
-#include "ApplicationShell/PresetLibrary.h"
 #include "Concurrency/VirtualMainActor.h"
 #include "MidiOutput/MidiOutputManager.h"
+#include "Performance/GlobalPlay.h"
+#include "Performance/PerformanceController.h"
 #include "Platform/Headless/ApplicationVisibilityAdapter.h"
 #include "Platform/Headless/BootClockAdapter.h"
 #include "Platform/Headless/KeyboardTapAdapter.h"
 #include "Platform/Headless/LoginItemServiceAdapter.h"
 #include "Platform/Headless/MidiSystemAdapter.h"
-#include "Platform/Headless/SystemBeepAdapter.h"
 #include "Platform/Headless/UserDefaultsAdapter.h"
+#include "Presets/PresetLibrary.h"
 #include "UserInterface/FocusedTextField.h"
 #include "UserInterface/MainWindowLoader.h"
 
@@ -69,9 +68,8 @@ public:
     headless::BootClockAdapter bootClock;
     Preferences preferences{defaults, bootClock};
     GlobalPlay globalPlay{controller, globalKeyboard, preferences, ModifierNaming::words};
-    headless::SystemBeepAdapter systemBeep;
     PresetStore presetStore{defaults, preferences};
-    PresetLibrary presets{controller, presetStore, defaults, systemBeep, {}};
+    PresetLibrary presets{controller, presetStore, defaults, [] {}, {}};
     headless::LoginItemServiceAdapter loginItemService;
     LoginItemController loginItem{loginItemService, defaults, preferences};
     LaunchAtLogin launchAtLogin{loginItem};

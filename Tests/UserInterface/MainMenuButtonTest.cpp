@@ -1,9 +1,9 @@
 #include "ApplicationShell/MainMenu.h"
-#include "KeyboardInput/KeyboardEventMonitor.h"
 #include "Platform/Headless/ApplicationVisibilityAdapter.h"
-#include "Platform/Headless/KeyEventTranslatorAdapter.h"
+#include "Platform/Headless/Keys/KeyEventTranslatorAdapter.h"
 #include "UserInterface/FocusedTextField.h"
 #include "UserInterface/KeyEvents.h"
+#include "UserInterface/KeyItems/KeyboardEventMonitor.h"
 #include "UserInterface/MainMenuPresenter.h"
 #include "UserInterface/SceneModule.h"
 

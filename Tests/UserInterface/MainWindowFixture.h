@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Headless/KeyEventTranslatorAdapter.h"
+#include "Platform/Headless/Keys/KeyEventTranslatorAdapter.h"
 #include "UserInterface/Instrument.h"
 #include "UserInterface/KeyEvents.h"
 #include "UserInterface/MainWindowLoader.h"

@@ -1,6 +1,6 @@
 #include "UserInterface/MainWindowFixture.h"
 
-#include "ApplicationShell/PresetFile.h"
+#include "Presets/PresetFile.h"
 
 #include <QDropEvent>
 #include <QFile>

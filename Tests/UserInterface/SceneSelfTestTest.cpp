@@ -1,6 +1,6 @@
 #include "UserInterface/SceneSelfTest.h"
 
-#include "Platform/Headless/KeyEventTranslatorAdapter.h"
+#include "Platform/Headless/Keys/KeyEventTranslatorAdapter.h"
 #include "UserInterface/Instrument.h"
 #include "UserInterface/MainWindowLoader.h"
 #include "UserInterface/SceneModule.h"

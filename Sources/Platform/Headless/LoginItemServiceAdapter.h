@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ApplicationShell/LoginItemService.h"
+#include "PlatformInterfaces/LoginItemService.h"
 
 #include <vector>
 

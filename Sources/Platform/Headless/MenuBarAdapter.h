@@ -1,15 +1,15 @@
 #pragma once
 
-#include "ApplicationShell/MenuBar.h"
+#include "PlatformInterfaces/Application/MenuBar.h"
 
 namespace tavro::headless {
 
-/// For systems where every window shows its menus itself. Keeps the menu that was to be shown.
+/// For systems where every window shows its menus itself. Keeps whose menus were to be shown.
 class MenuBarAdapter final : public MenuBar {
 public:
-    const MainMenu* installed = nullptr;
+    const Client* installed = nullptr;
 
-    void install(const MainMenu& menu) override { installed = &menu; }
+    void install(const Client& client) override { installed = &client; }
 
     [[nodiscard]] bool isThere() const override { return false; }
 };

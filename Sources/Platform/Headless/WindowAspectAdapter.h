@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ApplicationShell/WindowAspect.h"
+#include "PlatformInterfaces/Application/WindowAspect.h"
 
 #include <vector>
 

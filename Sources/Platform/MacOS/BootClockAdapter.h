@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ApplicationShell/BootClock.h"
+#include "PlatformInterfaces/BootClock.h"
 
 namespace tavro::macos {
 

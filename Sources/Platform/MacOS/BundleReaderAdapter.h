@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Updates/BundleReader.h"
+#include "PlatformInterfaces/Application/BundleReader.h"
 
 namespace tavro::macos {
 

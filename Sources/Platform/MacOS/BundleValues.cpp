@@ -20,4 +20,9 @@ std::optional<QString> BundleValues::text(CFBundleRef bundle, const QString& key
                               static_cast<qsizetype>(length));
 }
 
+std::optional<QString> BundleValues::ownText(const QString& key) {
+    auto* const bundle = CFBundleGetMainBundle();
+    return bundle != nullptr ? text(bundle, key) : std::nullopt;
+}
+
 } // namespace tavro::macos

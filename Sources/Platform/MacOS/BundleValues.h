@@ -15,6 +15,9 @@ public:
 
     /// Nothing when there is no such value, or one that is no text.
     [[nodiscard]] static std::optional<QString> text(CFBundleRef bundle, const QString& key);
+
+    /// The same of the program's own bundle.
+    [[nodiscard]] static std::optional<QString> ownText(const QString& key);
 };
 
 } // namespace tavro::macos

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ApplicationShell/MenuBar.h"
+#include "PlatformInterfaces/Application/MenuBar.h"
 
 namespace tavro::macos {
 
@@ -9,7 +9,7 @@ class MenuBarAdapter final : public MenuBar {
 public:
     ~MenuBarAdapter() override;
 
-    void install(const MainMenu& menu) override;
+    void install(const Client& client) override;
 
     [[nodiscard]] bool isThere() const override { return true; }
 

@@ -1,33 +1,31 @@
 #include "Platform/MacOS/MenuBarAdapter.h"
 
-#include "ApplicationShell/MainMenu.h"
-
 #import <AppKit/AppKit.h>
 
-/// Stands between the items, whose tags are the actions, and the menu.
+/// Stands between the items, whose tags are the actions, and the client.
 @interface TavroMenuTarget : NSObject <NSMenuItemValidation>
-- (instancetype)initWithMenu:(const tavro::MainMenu*)menu;
+- (instancetype)initWithClient:(const tavro::MenuBar::Client*)client;
 - (void)performItem:(NSMenuItem*)item;
 @end
 
 @implementation TavroMenuTarget {
-    const tavro::MainMenu* menu_;
+    const tavro::MenuBar::Client* client_;
 }
 
-- (instancetype)initWithMenu:(const tavro::MainMenu*)menu {
+- (instancetype)initWithClient:(const tavro::MenuBar::Client*)client {
     self = [super init];
     if (self != nil) {
-        menu_ = menu;
+        client_ = client;
     }
     return self;
 }
 
 - (void)performItem:(NSMenuItem*)item {
-    menu_->perform(static_cast<tavro::MenuAction>(item.tag));
+    client_->perform(static_cast<tavro::MenuAction>(item.tag));
 }
 
 - (BOOL)validateMenuItem:(NSMenuItem*)item {
-    return menu_->isEnabled(static_cast<tavro::MenuAction>(item.tag));
+    return client_->isEnabled(static_cast<tavro::MenuAction>(item.tag));
 }
 
 @end
@@ -84,10 +82,10 @@ MenuBarAdapter::~MenuBarAdapter() {
     }
 }
 
-void MenuBarAdapter::install(const MainMenu& menu) {
-    auto* const target = [[TavroMenuTarget alloc] initWithMenu:&menu];
+void MenuBarAdapter::install(const Client& client) {
+    auto* const target = [[TavroMenuTarget alloc] initWithClient:&client];
     auto* const bar = [[NSMenu alloc] init];
-    for (const auto& part : menu.menus()) {
+    for (const auto& part : client.menus()) {
         auto* const title = part.title.toNSString();
         auto* const submenu = [[NSMenu alloc] initWithTitle:title];
         for (const auto& item : part.items) {

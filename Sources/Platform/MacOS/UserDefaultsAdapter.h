@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ApplicationShell/UserDefaults.h"
+#include "PlatformInterfaces/UserDefaults.h"
 
 namespace tavro::macos {
 

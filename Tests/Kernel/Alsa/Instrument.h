@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ApplicationShell/QtMainActor.h"
 #include "MidiOutput/MidiOutputManager.h"
 #include "Platform/Linux/Alsa/MidiSystemAdapter.h"
+#include "Platform/Qt/QtMainActor.h"
 
 #include <optional>
 #include <string>

@@ -1,6 +1,6 @@
 #include "ScriptedClient.h"
 
-#include "Platform/Linux/EvdevKeyCodes.h"
+#include "Platform/Linux/KeyCodes/EvdevKeyCodes.h"
 
 #include <map>
 #include <utility>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "MidiOutput/MidiSystem.h"
 #include "Platform/Linux/Alsa/SequencerPort.h"
+#include "PlatformInterfaces/MidiSystem.h"
 
 #include <map>
 #include <optional>

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "Concurrency/MainActor.h"
-#include "MidiOutput/MidiSystem.h"
 #include "Platform/Linux/Alsa/AnnounceWatch.h"
 #include "Platform/Linux/Alsa/DestinationIdentifiers.h"
 #include "Platform/Linux/Alsa/MessageEncoder.h"
+#include "PlatformInterfaces/MidiSystem.h"
 
 #include <cstdint>
 #include <memory>

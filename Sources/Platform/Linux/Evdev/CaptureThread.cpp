@@ -2,7 +2,7 @@
 
 #include "Platform/Linux/Evdev/EmergencyExit.h"
 #include "Platform/Linux/Evdev/HeldModifiers.h"
-#include "Platform/Linux/EvdevKeyCodes.h"
+#include "Platform/Linux/KeyCodes/EvdevKeyCodes.h"
 
 #include <cerrno>
 #include <cstdint>

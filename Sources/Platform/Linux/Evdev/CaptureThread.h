@@ -1,9 +1,9 @@
 #pragma once
 
-#include "KeyboardInput/KeyboardTap.h"
 #include "Platform/Linux/Evdev/KeyboardDevices.h"
 #include "Platform/Linux/Evdev/SwallowedKeys.h"
 #include "Platform/Posix/FileDescriptor.h"
+#include "PlatformInterfaces/KeyboardTap.h"
 
 #include <atomic>
 #include <chrono>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "KeyboardInput/HotkeyModifiers.h"
 #include "Platform/Linux/Evdev/KeySet.h"
+#include "PlatformInterfaces/HotkeyModifiers.h"
 
 #include <cstdint>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "KeyboardInput/KeyboardTap.h"
 #include "Platform/Linux/Evdev/KeySet.h"
+#include "PlatformInterfaces/KeyboardTap.h"
 
 #include <cstdint>
 #include <functional>

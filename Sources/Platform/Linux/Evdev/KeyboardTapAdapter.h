@@ -1,6 +1,6 @@
 #pragma once
 
-#include "KeyboardInput/KeyboardTap.h"
+#include "PlatformInterfaces/KeyboardTap.h"
 
 #include <memory>
 #include <string>

@@ -1,7 +1,7 @@
 #include "Platform/Linux/Evdev/SwallowedKeys.h"
 
 #include "Platform/Linux/Evdev/HeldModifiers.h"
-#include "Platform/Linux/EvdevKeyCodes.h"
+#include "Platform/Linux/KeyCodes/EvdevKeyCodes.h"
 
 namespace tavro::evdev {
 

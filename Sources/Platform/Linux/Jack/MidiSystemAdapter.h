@@ -1,10 +1,10 @@
 #pragma once
 
 #include "Concurrency/MainActor.h"
-#include "MidiOutput/MidiSystem.h"
 #include "Platform/Linux/Jack/DestinationIdentifiers.h"
 #include "Platform/Linux/Jack/GraphWatch.h"
 #include "Platform/Linux/Jack/PortWriter.h"
+#include "PlatformInterfaces/MidiSystem.h"
 
 #include <chrono>
 #include <cstdint>

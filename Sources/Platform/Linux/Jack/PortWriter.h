@@ -1,9 +1,9 @@
 #pragma once
 
-#include "MidiOutput/MidiSystem.h"
 #include "Platform/Linux/Jack/MessageMerge.h"
 #include "Platform/Linux/Jack/MessageRing.h"
 #include "Platform/Linux/Jack/ScheduledMessages.h"
+#include "PlatformInterfaces/MidiSystem.h"
 
 #include <array>
 #include <atomic>

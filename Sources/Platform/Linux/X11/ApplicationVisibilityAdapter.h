@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ApplicationShell/ApplicationVisibility.h"
+#include "PlatformInterfaces/ApplicationVisibility.h"
 
 #include <cstdint>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "Platform/Linux/X11/AutorepeatSettings.h"
 
-#include "Platform/Linux/X11/KeyRepeat.h"
+#include "Platform/Linux/X11/Repeat/KeyRepeat.h"
 
 namespace tavro::x11 {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/X11/KeyGuard.h"
-#include "Platform/Linux/X11/KeySet.h"
+#include "Platform/Linux/X11/Repeat/KeySet.h"
 
 #include <xcb/xcb.h>
 

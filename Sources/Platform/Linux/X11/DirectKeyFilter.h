@@ -1,8 +1,8 @@
 #pragma once
 
-#include "KeyboardInput/KeyEvent.h"
 #include "Platform/Linux/X11/PendingDelivery.h"
 #include "Platform/Linux/X11/UserTime.h"
+#include "PlatformInterfaces/KeyEvent.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QPointer>

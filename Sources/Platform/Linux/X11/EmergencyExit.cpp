@@ -1,6 +1,6 @@
 #include "Platform/Linux/X11/EmergencyExit.h"
 
-#include "Platform/Linux/EvdevKeyCodes.h"
+#include "Platform/Linux/KeyCodes/EvdevKeyCodes.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Linux/X11/KeySet.h"
 #include "Platform/Linux/X11/KeyboardDescription.h"
+#include "Platform/Linux/X11/Repeat/KeySet.h"
 
 namespace tavro::x11 {
 

@@ -1,7 +1,7 @@
 #include "Platform/Linux/X11/HeldKeyWatch.h"
 
-#include "Platform/Linux/EvdevKeyCodes.h"
-#include "Platform/Linux/X11/Freed.h"
+#include "Platform/Linux/KeyCodes/EvdevKeyCodes.h"
+#include "Platform/Linux/X11/Repeat/Freed.h"
 
 #include <QGuiApplication>
 #include <QWindow>

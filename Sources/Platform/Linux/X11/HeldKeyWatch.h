@@ -1,7 +1,7 @@
 #pragma once
 
-#include "KeyboardInput/HeldKeyNotices.h"
-#include "Platform/Linux/X11/KeySet.h"
+#include "Platform/Linux/X11/Repeat/KeySet.h"
+#include "PlatformInterfaces/HeldKeyNotices.h"
 
 #include <QAbstractNativeEventFilter>
 

@@ -1,6 +1,6 @@
 #include "Platform/Linux/X11/KeyGrabs.h"
 
-#include "Platform/Linux/X11/Freed.h"
+#include "Platform/Linux/X11/Repeat/Freed.h"
 
 #include <algorithm>
 #include <iterator>

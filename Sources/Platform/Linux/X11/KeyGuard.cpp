@@ -1,6 +1,6 @@
 #include "Platform/Linux/X11/KeyGuard.h"
 
-#include "Platform/Linux/X11/RestoreOrders.h"
+#include "Platform/Linux/X11/Repeat/RestoreOrders.h"
 
 #include <array>
 #include <cerrno>

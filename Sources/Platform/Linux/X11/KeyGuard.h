@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/X11/KeySet.h"
+#include "Platform/Linux/X11/Repeat/KeySet.h"
 
 #include <string>
 

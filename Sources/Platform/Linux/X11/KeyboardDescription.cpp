@@ -1,7 +1,7 @@
 #include "Platform/Linux/X11/KeyboardDescription.h"
 
 #include "Platform/Linux/X11/Connection.h"
-#include "Platform/Linux/X11/Freed.h"
+#include "Platform/Linux/X11/Repeat/Freed.h"
 
 #include <algorithm>
 

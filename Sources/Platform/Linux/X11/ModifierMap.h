@@ -1,8 +1,8 @@
 #pragma once
 
-#include "KeyboardInput/HotkeyModifiers.h"
-#include "Platform/Linux/X11/KeySet.h"
 #include "Platform/Linux/X11/KeyboardDescription.h"
+#include "Platform/Linux/X11/Repeat/KeySet.h"
+#include "PlatformInterfaces/HotkeyModifiers.h"
 
 #include <cstdint>
 #include <vector>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "KeyboardInput/HotkeyModifiers.h"
-#include "KeyboardInput/KeyboardTap.h"
-#include "Platform/Linux/X11/KeySet.h"
+#include "Platform/Linux/X11/Repeat/KeySet.h"
+#include "PlatformInterfaces/HotkeyModifiers.h"
+#include "PlatformInterfaces/KeyboardTap.h"
 
 #include <array>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "Platform/Linux/X11/Property.h"
 
-#include "Platform/Linux/X11/Freed.h"
+#include "Platform/Linux/X11/Repeat/Freed.h"
 
 namespace tavro::x11 {
 

@@ -1,6 +1,6 @@
 #include "Platform/Linux/X11/TapSession.h"
 
-#include "Platform/Linux/X11/Freed.h"
+#include "Platform/Linux/X11/Repeat/Freed.h"
 
 #include <utility>
 

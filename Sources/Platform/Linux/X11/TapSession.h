@@ -1,6 +1,5 @@
 #pragma once
 
-#include "KeyboardInput/KeyboardTap.h"
 #include "Platform/Linux/X11/AutorepeatSettings.h"
 #include "Platform/Linux/X11/Connection.h"
 #include "Platform/Linux/X11/EmergencyExit.h"
@@ -9,6 +8,7 @@
 #include "Platform/Linux/X11/KeyGuard.h"
 #include "Platform/Linux/X11/ModifierMap.h"
 #include "Platform/Linux/X11/VerdictSample.h"
+#include "PlatformInterfaces/KeyboardTap.h"
 
 #include <optional>
 #include <string>

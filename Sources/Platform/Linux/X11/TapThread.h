@@ -1,9 +1,9 @@
 #pragma once
 
-#include "KeyboardInput/KeyboardTap.h"
 #include "Platform/Linux/X11/Connection.h"
 #include "Platform/Linux/X11/TapSession.h"
 #include "Platform/Linux/X11/WakeUp.h"
+#include "PlatformInterfaces/KeyboardTap.h"
 
 #include <atomic>
 #include <memory>

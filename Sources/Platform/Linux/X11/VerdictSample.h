@@ -1,7 +1,7 @@
 #pragma once
 
-#include "KeyboardInput/KeyboardTap.h"
 #include "Platform/Linux/X11/PressTable.h"
+#include "PlatformInterfaces/KeyboardTap.h"
 
 #include <vector>
 

@@ -1,6 +1,6 @@
 #include "Platform/Linux/Evdev/SwallowedKeys.h"
 
-#include "Platform/Linux/EvdevKeyCodes.h"
+#include "Platform/Linux/KeyCodes/EvdevKeyCodes.h"
 
 #include <gtest/gtest.h>
 

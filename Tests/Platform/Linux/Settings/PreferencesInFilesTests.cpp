@@ -1,6 +1,6 @@
-#include "ApplicationShell/PreferencesFixture.h"
 #include "Platform/Linux/Settings/TemporaryFolder.h"
-#include "Platform/Linux/UserDefaultsAdapter.h"
+#include "Platform/Linux/Settings/UserDefaultsAdapter.h"
+#include "Preferences/PreferencesFixture.h"
 
 #include <fstream>
 

@@ -1,4 +1,4 @@
-#include "Platform/Linux/SettingsText.h"
+#include "Platform/Linux/Settings/SettingsText.h"
 
 #include "PerformanceModel/Character.h"
 

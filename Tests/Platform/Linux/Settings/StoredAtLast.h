@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/UserDefaultsAdapter.h"
+#include "Platform/Linux/Settings/UserDefaultsAdapter.h"
 
 namespace tavro::linuxos {
 

@@ -1,4 +1,4 @@
-#include "Platform/Linux/UserDefaultsAdapter.h"
+#include "Platform/Linux/Settings/UserDefaultsAdapter.h"
 
 #include "Platform/Linux/Settings/TemporaryFolder.h"
 

@@ -1,0 +1,305 @@
+#include "Performance/GlobalKeyboardController.h"
+
+#include "KeyboardMapping/PhysicalKeyMapper.h"
+
+#include <QStringList>
+
+#include <utility>
+
+namespace tavro {
+
+GlobalKeyboardController::GlobalKeyboardController(KeyboardTap& tap, MainActor& mainActor,
+                                                   std::shared_ptr<PressedKeys> keys)
+    : tap_(tap), mainActor_(mainActor), keys_(std::move(keys)), status_(QStringLiteral("Global Play off")),
+      statusText_(status_) {
+    rules_.keys = keys_;
+}
+
+GlobalKeyboardController::~GlobalKeyboardController() {
+    stop();
+}
+
+QString GlobalKeyboardController::adviceText() const {
+    return lacksTrust_ ? QString::fromStdString(tap_.adviceOnTrust()) : QString();
+}
+
+void GlobalKeyboardController::setLayoutKind(KeyboardLayoutKind kind) {
+    {
+        const std::scoped_lock lock(mutex_);
+        rules_.layoutKind = kind;
+    }
+    tap_.updateVerdicts();
+    updateStatusText();
+}
+
+void GlobalKeyboardController::setHotkey(std::string_view text, std::optional<std::int64_t> keyCode,
+                                         HotkeyModifiers modifiers) {
+    {
+        const std::scoped_lock lock(mutex_);
+        rules_.hotkey = {
+            .character = ToggleHotkey::characterOf(text), .keyCode = keyCode, .modifiers = modifiers};
+        rules_.forgetPressedKeys();
+    }
+    tap_.updateVerdicts();
+    updateStatusText();
+}
+
+ToggleHotkey GlobalKeyboardController::hotkey() const {
+    const std::scoped_lock lock(mutex_);
+    return rules_.hotkey;
+}
+
+void GlobalKeyboardController::setApplicationActive(bool isActive) {
+    {
+        const std::scoped_lock lock(mutex_);
+        if (std::exchange(rules_.isApplicationActive, isActive) == isActive) {
+            return;
+        }
+    }
+    tap_.updateVerdicts();
+}
+
+void GlobalKeyboardController::start() {
+    if (hasTap_) {
+        return;
+    }
+    if (!tap_.isTrusted(true)) {
+        showFailure(QStringLiteral("Allow Accessibility for Global Play"), true);
+        return;
+    }
+    if (!tap_.create(*this)) {
+        showFailure(QStringLiteral("Global Play unavailable"), false);
+        return;
+    }
+    hasTap_ = true;
+    tap_.enable(true);
+    lacksTrust_ = false;
+    if (!std::exchange(isAvailable_, true)) {
+        Q_EMIT isAvailableChanged();
+    }
+    showStatus(QStringLiteral("Global Play ready"));
+}
+
+void GlobalKeyboardController::stop() {
+    {
+        const std::scoped_lock lock(mutex_);
+        rules_.setEnabled(false);
+        shownTurn_ = ++turn_;
+    }
+    if (std::exchange(hasTap_, false)) {
+        tap_.enable(false);
+        tap_.dispose();
+    }
+    taken_.clear();
+    lacksTrust_ = false;
+    keys_->setWatching(PressedKeys::Witness::tap, false);
+    if (std::exchange(isEnabled_, false)) {
+        Q_EMIT isEnabledChanged();
+    }
+    if (std::exchange(isAvailable_, false)) {
+        Q_EMIT isAvailableChanged();
+    }
+    showStatus(QStringLiteral("Global Play off"));
+}
+
+void GlobalKeyboardController::setEnabled(bool isEnabled) {
+    start();
+    if (!isAvailable_) {
+        if (std::exchange(isEnabled_, false)) {
+            Q_EMIT isEnabledChanged();
+        }
+        return;
+    }
+    Turn turn = 0;
+    {
+        const std::scoped_lock lock(mutex_);
+        rules_.setEnabled(isEnabled);
+        turn = ++turn_;
+    }
+    showEnabled(isEnabled, turn);
+}
+
+void GlobalKeyboardController::showEnabled(bool isEnabled, Turn turn) {
+    shownTurn_ = turn;
+    if (isEnabled_ && !isEnabled && onPanic) {
+        onPanic();
+    }
+    keys_->setWatching(PressedKeys::Witness::tap, isEnabled);
+    if (std::exchange(isEnabled_, isEnabled) != isEnabled) {
+        Q_EMIT isEnabledChanged();
+    }
+    tap_.updateVerdicts();
+    showStatus(isEnabled ? QStringLiteral("Global Play on") : QStringLiteral("Global Play ready"));
+}
+
+KeyboardTap::Verdict GlobalKeyboardController::handle(const KeyboardTap::Event& event) {
+    GlobalKeyRules::Decision decision;
+    bool isEnabled = false;
+    Turn turn = 0;
+    {
+        const std::scoped_lock lock(mutex_);
+        decision = rules_.decide(event);
+        isEnabled = rules_.isEnabled();
+        turn = decision.action == GlobalKeyRules::Action::toggle ? ++turn_ : turn_;
+    }
+    switch (decision.action) {
+    case GlobalKeyRules::Action::none:
+        break;
+    case GlobalKeyRules::Action::enableTap:
+        post([this] {
+            if (hasTap_) {
+                tap_.enable(true);
+            }
+        });
+        break;
+    case GlobalKeyRules::Action::toggle:
+        post([this, isEnabled, turn] {
+            if (turn > shownTurn_) {
+                showEnabled(isEnabled, turn);
+            }
+        });
+        break;
+    case GlobalKeyRules::Action::keyDown:
+        postKeyDown(event.keyCode, decision.character, turn);
+        break;
+    case GlobalKeyRules::Action::keyUp:
+        postKeyUp(event.keyCode, decision);
+        break;
+    }
+    return decision.verdict;
+}
+
+void GlobalKeyboardController::postKeyDown(std::int64_t keyCode, Character character, Turn turn) {
+    const auto held = keys_->find(keyCode);
+    post([this, keyCode, character, turn, serial = held ? held->serial : 0] {
+        // Turned off by the window meanwhile: nobody would end the note.
+        if (turn == shownTurn_ && onKeyDown) {
+            onKeyDown(character);
+            keys_->markPlayed(keyCode, serial);
+        }
+    });
+}
+
+void GlobalKeyboardController::postKeyUp(std::int64_t keyCode, const GlobalKeyRules::Decision& decision) {
+    if (decision.isOfWindow) {
+        // A key that a window has had is ended on the window's thread, by the first of all that see it.
+        post([this, keyCode] { release(keys_->finish(keyCode).value_or(noKey)); });
+    } else {
+        post([this, character = decision.character] { release(character); });
+    }
+}
+
+void GlobalKeyboardController::release(Character character) const {
+    if (character != noKey && onKeyUp) {
+        onKeyUp(character);
+    }
+}
+
+KeyboardTap::Verdict GlobalKeyboardController::verdict(const KeyboardTap::Event& event) const {
+    const std::scoped_lock lock(mutex_);
+    return rules_.verdict(event);
+}
+
+bool GlobalKeyboardController::matchesToggleHotkey(std::int64_t keyCode, HotkeyModifiers modifiers) const {
+    const std::scoped_lock lock(mutex_);
+    return rules_.matchesToggleHotkey(keyCode, modifiers);
+}
+
+void GlobalKeyboardController::reportTaken(std::vector<KeyboardTap::Event> presses) {
+    post([this, presses = std::move(presses)]() mutable {
+        if (hasTap_) {
+            taken_ = std::move(presses);
+            updateStatusText();
+        }
+    });
+}
+
+void GlobalKeyboardController::tapEnded(KeyboardTap::End end) {
+    post([this, end] {
+        if (!hasTap_) {
+            return;
+        }
+        if (isEnabled_ && onPanic) {
+            onPanic();
+        }
+        stop();
+        if (end == KeyboardTap::End::lost) {
+            showStatus(QStringLiteral("Global Play unavailable"));
+        }
+    });
+}
+
+void GlobalKeyboardController::post(std::function<void()> action) {
+    {
+        const std::scoped_lock lock(waitingMutex_);
+        waiting_.push_back(std::move(action));
+        if (waiting_.size() > 1) {
+            // Whoever put in the first has asked for all.
+            return;
+        }
+    }
+    mainActor_.post([this, life = std::weak_ptr(life_)] {
+        if (!life.expired()) {
+            catchUp();
+        }
+    });
+}
+
+void GlobalKeyboardController::catchUp() {
+    for (;;) {
+        std::function<void()> action;
+        {
+            const std::scoped_lock lock(waitingMutex_);
+            if (waiting_.empty()) {
+                return;
+            }
+            action = std::move(waiting_.front());
+            waiting_.pop_front();
+        }
+        action();
+    }
+}
+
+void GlobalKeyboardController::showFailure(const QString& text, bool lacksTrust) {
+    lacksTrust_ = lacksTrust;
+    if (std::exchange(isAvailable_, false)) {
+        Q_EMIT isAvailableChanged();
+    }
+    showStatus(text);
+}
+
+void GlobalKeyboardController::showStatus(const QString& text) {
+    status_ = text;
+    updateStatusText();
+}
+
+void GlobalKeyboardController::updateStatusText() {
+    const auto names = namesOfTaken();
+    const auto text =
+        names.isEmpty() ? status_ : status_ + QLatin1String(" - taken by another program: ") + names;
+    if (text != statusText_) {
+        statusText_ = text;
+        Q_EMIT statusTextChanged();
+    }
+}
+
+QString GlobalKeyboardController::namesOfTaken() const {
+    const std::scoped_lock lock(mutex_);
+    QStringList names;
+    for (const auto& press : taken_) {
+        auto name = QStringLiteral("the hotkey");
+        if (!rules_.matchesToggleHotkey(press.keyCode, press.modifiers)) {
+            const auto character = PhysicalKeyMapper::character(press.keyCode, rules_.layoutKind);
+            if (!character) {
+                continue;
+            }
+            name = QString::fromUcs4(&*character, 1);
+        }
+        if (!names.contains(name)) {
+            names.append(name);
+        }
+    }
+    return names.join(QLatin1String(", "));
+}
+
+} // namespace tavro

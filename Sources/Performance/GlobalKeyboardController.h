@@ -1,0 +1,132 @@
+#pragma once
+
+#include "Concurrency/MainActor.h"
+#include "KeyboardInput/GlobalKeyRules.h"
+#include "PlatformInterfaces/KeyboardTap.h"
+
+#include <QObject>
+#include <QString>
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace tavro {
+
+/// Global Play: plays the keys that are typed while another application is in front, and keeps them from it.
+/// Main thread only, except for what the tap calls.
+class GlobalKeyboardController : public QObject, public KeyboardTap::Client {
+    Q_OBJECT
+    Q_PROPERTY(bool isEnabled READ isEnabled NOTIFY isEnabledChanged)
+    Q_PROPERTY(bool isAvailable READ isAvailable NOTIFY isAvailableChanged)
+    Q_PROPERTY(QString statusText READ statusText NOTIFY statusTextChanged)
+
+public:
+    /// The tap and the main actor must outlive this. The keys are those that the windows share.
+    GlobalKeyboardController(KeyboardTap& tap, MainActor& mainActor,
+                             std::shared_ptr<PressedKeys> keys = std::make_shared<PressedKeys>());
+    ~GlobalKeyboardController() override;
+
+    /// A playable key went down or up in another application; called on the main thread.
+    std::function<void(Character)> onKeyDown;
+    std::function<void(Character)> onKeyUp;
+    /// Global Play is about to go off: what sounds must be silenced. Called on the main thread.
+    std::function<void()> onPanic;
+
+    /// Whether Global Play is on.
+    [[nodiscard]] bool isEnabled() const { return isEnabled_; }
+
+    /// Whether there is a tap and it works. The hotkey works as long as there is one.
+    [[nodiscard]] bool isAvailable() const { return isAvailable_; }
+
+    /// How things stand, in one language for every user.
+    [[nodiscard]] const QString& statusText() const { return statusText_; }
+
+    /// After a start that failed because the user does not let the program see the keys of others: how to
+    /// change that, where the system does not tell it by itself. Changes with the status text.
+    [[nodiscard]] QString adviceText() const;
+
+    /// The layout by which positions are characters.
+    void setLayoutKind(KeyboardLayoutKind kind);
+
+    /// Another hotkey. Of the text only the last character counts, lower-cased; "^" when it is blank. With a
+    /// key code the text does not decide.
+    void setHotkey(std::string_view text, std::optional<std::int64_t> keyCode, HotkeyModifiers modifiers);
+
+    [[nodiscard]] ToggleHotkey hotkey() const;
+
+    /// Whether a window of this program has the keyboard.
+    void setApplicationActive(bool isActive);
+
+    /// Does now what the tap has told so far and what would be done in a moment: keys that came in earlier
+    /// are played before whatever the caller is about to do. Main thread.
+    void catchUp();
+
+    /// Makes the tap when there is none. Why that failed stands in the status text.
+    void start();
+
+    /// Takes the tap away. Does not silence what sounds.
+    void stop();
+
+    /// Turns Global Play on or off, making the tap on first use. Without a tap it stays off.
+    void setEnabled(bool isEnabled);
+
+    KeyboardTap::Verdict handle(const KeyboardTap::Event& event) override;
+    [[nodiscard]] KeyboardTap::Verdict verdict(const KeyboardTap::Event& event) const override;
+    void reportTaken(std::vector<KeyboardTap::Event> presses) override;
+    void tapEnded(KeyboardTap::End end) override;
+
+    /// Whether a press of this key with these modifiers is the hotkey. Any thread.
+    [[nodiscard]] bool matchesToggleHotkey(std::int64_t keyCode, HotkeyModifiers modifiers) const;
+
+Q_SIGNALS:
+    void isEnabledChanged();
+    void isAvailableChanged();
+    void statusTextChanged();
+
+private:
+    /// Counts the times Global Play was turned on or off, so that what was posted before can be told from
+    /// what was posted after.
+    using Turn = std::uint64_t;
+
+    void post(std::function<void()> action);
+    void postKeyDown(std::int64_t keyCode, Character character, Turn turn);
+    void postKeyUp(std::int64_t keyCode, const GlobalKeyRules::Decision& decision);
+    void release(Character character) const;
+    void showEnabled(bool isEnabled, Turn turn);
+    void showFailure(const QString& text, bool lacksTrust);
+    void showStatus(const QString& text);
+    void updateStatusText();
+    [[nodiscard]] QString namesOfTaken() const;
+
+    KeyboardTap& tap_;
+    MainActor& mainActor_;
+    std::shared_ptr<PressedKeys> keys_;
+    bool hasTap_ = false;
+    bool isEnabled_ = false;
+    bool isAvailable_ = false;
+    bool lacksTrust_ = false;
+    QString status_;
+    QString statusText_;
+    std::vector<KeyboardTap::Event> taken_;
+    /// The latest turn that the main thread knows of. Key presses of earlier ones come too late.
+    Turn shownTurn_ = 0;
+
+    /// Over the two fields below: a tap asks on its own thread.
+    mutable std::mutex mutex_;
+    GlobalKeyRules rules_;
+    Turn turn_ = 0;
+
+    /// What is posted outlives this, and finds this expired.
+    /// What the tap's thread has told and the main thread has not done yet.
+    std::mutex waitingMutex_;
+    std::deque<std::function<void()>> waiting_;
+    std::shared_ptr<void> life_ = std::make_shared<int>();
+};
+
+} // namespace tavro

@@ -1,0 +1,82 @@
+#include "Platform/Linux/Desktop/LoginItemServiceAdapter.h"
+
+#include "Platform/Linux/Desktop/AutostartEntry.h"
+#include "Platform/Linux/Settings/ConfigFolder.h"
+#include "Platform/Posix/FileReplacement.h"
+#include "Platform/Posix/WholeFile.h"
+
+#include <stdexcept>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+namespace tavro::linuxos {
+
+namespace {
+
+std::filesystem::path runningProgram() {
+    std::error_code error;
+    auto program = std::filesystem::read_symlink("/proc/self/exe", error).string();
+    // An update has put another file in its place, or removed it.
+    constexpr std::string_view mark = " (deleted)";
+    if (program.ends_with(mark) && !std::filesystem::exists(program, error)) {
+        program.resize(program.size() - mark.size());
+    }
+    return program;
+}
+
+} // namespace
+
+LoginItemServiceAdapter::LoginItemServiceAdapter()
+    : LoginItemServiceAdapter(ConfigFolder::ofUser() / "autostart", runningProgram()) {}
+
+LoginItemServiceAdapter::LoginItemServiceAdapter(const std::filesystem::path& autostartFolder,
+                                                 std::filesystem::path program)
+    : entry_(autostartFolder / "tavro.desktop"), program_(std::move(program)) {}
+
+LoginItemService::Status LoginItemServiceAdapter::status() const {
+    try {
+        const auto text = posix::WholeFile::read(entry_);
+        if (!text) {
+            return Status::notRegistered;
+        }
+        const auto entry = AutostartEntry::parse(*text);
+        if (!entry) {
+            return Status::notFound;
+        }
+        return entry->isHidden ? Status::requiresApproval : Status::enabled;
+    } catch (const std::system_error&) {
+        return Status::notFound;
+    }
+}
+
+std::optional<std::string> LoginItemServiceAdapter::registerItem() {
+    if (!program_.is_absolute()) {
+        return "the system does not tell where the program is";
+    }
+    try {
+        const auto text = AutostartEntry::text(program_.string());
+        posix::FileReplacement(entry_).commit(text);
+        return std::nullopt;
+    } catch (const std::system_error& error) {
+        return error.what();
+    } catch (const std::invalid_argument& error) {
+        return error.what();
+    }
+}
+
+std::optional<std::string> LoginItemServiceAdapter::unregisterItem() {
+    std::error_code error;
+    // A folder of that name is not ours, whatever is in it.
+    if (std::filesystem::is_directory(std::filesystem::symlink_status(entry_, error))) {
+        return entry_.string() + ": is a folder";
+    }
+    std::filesystem::remove(entry_, error);
+    return error ? std::optional(entry_.string() + ": " + error.message()) : std::nullopt;
+}
+
+std::string LoginItemServiceAdapter::note() const {
+    return "On this system it is an entry in your desktop's autostart folder.";
+}
+
+} // namespace tavro::linuxos

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "ApplicationShell/AppDelegate.h"
+#include "ApplicationShell/LaunchAtLogin.h"
+#include "ApplicationShell/LoginItemController.h"
+#include "ApplicationShell/MainMenu.h"
+#include "KeyboardInput/PressedKeys.h"
+#include "MidiOutput/MidiOutputManager.h"
+#include "Performance/GlobalKeyboardController.h"
+#include "Performance/GlobalPlay.h"
+#include "Performance/PerformanceController.h"
+#include "Preferences/AppPreferences.h"
+#include "Presets/PresetLibrary.h"
+#include "Presets/PresetStore.h"
+#include "Programs/tavro/AppMainAdapters.h"
+#include "Programs/tavro/AppMainUpdates.h"
+#include "UserInterface/FocusedTextField.h"
+#include "UserInterface/MainQuickWindow.h"
+#include "UserInterface/MainWindowLoader.h"
+
+#include <memory>
+
+namespace tavro {
+
+/// Every long-lived object of the program, each behind those that it needs. The performance begins with the
+/// chosen preset; the window is not shown yet.
+struct AppMainComposition {
+    /// Both must outlive this.
+    AppMainComposition(const AppMainAdapters& adapters, MainActor& mainActor);
+
+    Preferences preferences;
+    PresetStore presetStore;
+    PresetSelection selection;
+    LoginItemController loginItem;
+    MidiOutputManager midi;
+    PerformanceController controller;
+    /// The window's and the tap's.
+    std::shared_ptr<PressedKeys> pressedKeys = std::make_shared<PressedKeys>();
+    GlobalKeyboardController globalKeyboard;
+    GlobalPlay globalPlay;
+    PresetLibrary presets;
+    LaunchAtLogin launchAtLogin;
+    /// Null in a program that leaves updates to others.
+    std::unique_ptr<AppMainUpdates> updates;
+    FocusedTextField textEditing;
+    MainMenu menu;
+    MainWindowLoader window;
+    MainQuickWindow applicationWindow;
+    AppDelegate delegate;
+};
+
+} // namespace tavro

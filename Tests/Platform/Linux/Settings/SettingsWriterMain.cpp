@@ -37,7 +37,8 @@ int storeLists(UserDefaults& defaults, int first) {
 
 int storeKeys(UserDefaults& defaults, const std::string& prefix, int count) {
     for (int number = 0; number < count; ++number) {
-        if (!storedAtLast(defaults, prefix + std::to_string(number), std::to_string(number))) {
+        if (!tavro::linuxos::storedAtLast(defaults, prefix + std::to_string(number),
+                                          std::to_string(number))) {
             return 1;
         }
     }

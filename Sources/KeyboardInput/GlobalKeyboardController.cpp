@@ -79,9 +79,7 @@ void GlobalKeyboardController::start() {
     hasTap_ = true;
     tap_.enable(true);
     lacksTrust_ = false;
-    if (!std::exchange(isAvailable_, true)) {
-        Q_EMIT isAvailableChanged();
-    }
+    isAvailable_ = true;
     showStatus(QStringLiteral("Global Play ready"));
 }
 
@@ -101,9 +99,7 @@ void GlobalKeyboardController::stop() {
     if (std::exchange(isEnabled_, false)) {
         Q_EMIT isEnabledChanged();
     }
-    if (std::exchange(isAvailable_, false)) {
-        Q_EMIT isAvailableChanged();
-    }
+    isAvailable_ = false;
     showStatus(QStringLiteral("Global Play off"));
 }
 
@@ -247,9 +243,7 @@ void GlobalKeyboardController::post(std::function<void()> action) {
 
 void GlobalKeyboardController::showFailure(const QString& text, bool lacksTrust) {
     lacksTrust_ = lacksTrust;
-    if (std::exchange(isAvailable_, false)) {
-        Q_EMIT isAvailableChanged();
-    }
+    isAvailable_ = false;
     showStatus(text);
 }
 

@@ -1,7 +1,6 @@
 #include "Platform/Linux/AutostartEntry.h"
 
-#include "PerformanceModel/Character.h"
-#include "Platform/Linux/TrimmedLine.h"
+#include "PerformanceModel/Text.h"
 
 #include <algorithm>
 #include <map>

@@ -1,7 +1,6 @@
 #include "Platform/Linux/IniSettings.h"
 
-#include "PerformanceModel/Character.h"
-#include "Platform/Linux/TrimmedLine.h"
+#include "PerformanceModel/Text.h"
 #include "Platform/Posix/WholeFile.h"
 
 #include <algorithm>
@@ -141,7 +140,7 @@ void readEntry(std::string_view line, Values& values) {
 
 Values IniSettings::parse(std::string_view text) {
     Values values;
-    takePrefix(text, "\xEF\xBB\xBF");
+    text = withoutByteOrderMark(text);
     bool isInSection = false;
     while (!text.empty()) {
         const auto end = std::min(text.find('\n'), text.size());

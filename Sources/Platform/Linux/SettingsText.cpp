@@ -1,6 +1,6 @@
 #include "Platform/Linux/SettingsText.h"
 
-#include "PerformanceModel/Character.h"
+#include "PerformanceModel/Text.h"
 
 #include <nlohmann/json.hpp>
 
@@ -125,7 +125,7 @@ Json jsonOf(const Value& value) {
 } // namespace
 
 SettingsText SettingsText::parse(std::string_view text) {
-    if (text.find_first_not_of(" \t\r\n") == std::string_view::npos) {
+    if (trimmed(text).empty()) {
         return {};
     }
     Collector collector;

@@ -3,6 +3,7 @@
 #include "ApplicationShell/PresetFileError.h"
 #include "ApplicationShell/TAVROPreset.h"
 
+#include <QCoreApplication>
 #include <QFileDevice>
 #include <QString>
 
@@ -10,6 +11,8 @@ namespace tavro {
 
 /// Presets in files of their own, to be passed on. Everything throws `PresetFileError`.
 class PresetFile {
+    Q_DECLARE_TR_FUNCTIONS(tavro::PresetFile)
+
 public:
     PresetFile() = delete;
 

@@ -10,7 +10,7 @@ namespace tavro {
 
 GlobalKeyboardController::GlobalKeyboardController(KeyboardTap& tap, MainActor& mainActor,
                                                    std::shared_ptr<PressedKeys> keys)
-    : tap_(tap), mainActor_(mainActor), keys_(std::move(keys)), status_(QStringLiteral("Global Play off")),
+    : tap_(tap), mainActor_(mainActor), keys_(std::move(keys)), status_(tr("Global Play off")),
       statusText_(status_) {
     rules_.keys = keys_;
 }
@@ -69,18 +69,18 @@ void GlobalKeyboardController::start() {
         return;
     }
     if (!tap_.isTrusted(true)) {
-        showFailure(QStringLiteral("Allow Accessibility for Global Play"), true);
+        showFailure(tr("Allow Accessibility for Global Play"), true);
         return;
     }
     if (!tap_.create(*this)) {
-        showFailure(QStringLiteral("Global Play unavailable"), false);
+        showFailure(tr("Global Play unavailable"), false);
         return;
     }
     hasTap_ = true;
     tap_.enable(true);
     lacksTrust_ = false;
     isAvailable_ = true;
-    showStatus(QStringLiteral("Global Play ready"));
+    showStatus(tr("Global Play ready"));
 }
 
 void GlobalKeyboardController::stop() {
@@ -100,7 +100,7 @@ void GlobalKeyboardController::stop() {
         Q_EMIT isEnabledChanged();
     }
     isAvailable_ = false;
-    showStatus(QStringLiteral("Global Play off"));
+    showStatus(tr("Global Play off"));
 }
 
 void GlobalKeyboardController::setEnabled(bool isEnabled) {
@@ -130,7 +130,7 @@ void GlobalKeyboardController::showEnabled(bool isEnabled, Turn turn) {
         Q_EMIT isEnabledChanged();
     }
     tap_.updateVerdicts();
-    showStatus(isEnabled ? QStringLiteral("Global Play on") : QStringLiteral("Global Play ready"));
+    showStatus(isEnabled ? tr("Global Play on") : tr("Global Play ready"));
 }
 
 KeyboardTap::Verdict GlobalKeyboardController::handle(const KeyboardTap::Event& event) {
@@ -228,7 +228,7 @@ void GlobalKeyboardController::tapEnded(KeyboardTap::End end) {
         }
         stop();
         if (end == KeyboardTap::End::lost) {
-            showStatus(QStringLiteral("Global Play unavailable"));
+            showStatus(tr("Global Play unavailable"));
         }
     });
 }
@@ -254,8 +254,7 @@ void GlobalKeyboardController::showStatus(const QString& text) {
 
 void GlobalKeyboardController::updateStatusText() {
     const auto names = namesOfTaken();
-    const auto text =
-        names.isEmpty() ? status_ : status_ + QLatin1String(" - taken by another program: ") + names;
+    const auto text = names.isEmpty() ? status_ : tr("%1 - taken by another program: %2").arg(status_, names);
     if (text != statusText_) {
         statusText_ = text;
         Q_EMIT statusTextChanged();
@@ -266,7 +265,7 @@ QString GlobalKeyboardController::namesOfTaken() const {
     const std::scoped_lock lock(mutex_);
     QStringList names;
     for (const auto& press : taken_) {
-        auto name = QStringLiteral("the hotkey");
+        auto name = tr("the hotkey");
         if (!rules_.matchesToggleHotkey(press.keyCode, press.modifiers)) {
             const auto character = PhysicalKeyMapper::character(press.keyCode, rules_.layoutKind);
             if (!character) {

@@ -7,7 +7,6 @@
 
 #include <QCoreApplication>
 
-#include <stdexcept>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -61,13 +60,15 @@ std::optional<std::string> LoginItemServiceAdapter::registerItem() {
         return translated(
             QT_TRANSLATE_NOOP("LoginItemServiceAdapter", "the system does not tell where the program is"));
     }
+    const auto text = AutostartEntry::text(program_.string());
+    if (!text) {
+        return translated(
+            QT_TRANSLATE_NOOP("LoginItemServiceAdapter", "the path of the program is not UTF-8"));
+    }
     try {
-        const auto text = AutostartEntry::text(program_.string());
-        posix::FileReplacement(entry_).commit(text);
+        posix::FileReplacement(entry_).commit(*text);
         return std::nullopt;
     } catch (const std::system_error& error) {
-        return error.what();
-    } catch (const std::invalid_argument& error) {
         return error.what();
     }
 }

@@ -24,12 +24,9 @@ OF_THE_LOG |= {"runtime_error", "range_error", "KeyScriptError", "SceneSelfTest"
 ALLOWED = {
     "Player/": "a tool for the terminal, where texts are English",
     "ApplicationOptions.cpp": "printed in the terminal before there is a translator",
-    "AppMain.cpp": "printed in the terminal",
     "MidiSystemChooser.cpp": "printed in the terminal",
     "Headless/": "what tests are told",
     "AutostartEntry.cpp": "a file of the desktop, with its own way to be translated",
-    "KeyGuard.cpp": "printed in the terminal",
-    "KeyGuardMain.cpp": "printed in the terminal",
     "SceneSelfTest.cpp": "printed in the terminal",
     "MainWindowLoader.cpp": "names of fonts",
     "MidiOutputManager.cpp": "the status texts, which are German in every language",
@@ -57,6 +54,8 @@ TOKEN = re.compile(
 )
 RAW = re.compile(r'R"(\w*)\((.*?)\)\1"', re.DOTALL)
 PREPROCESSOR = re.compile(r"^[ \t]*#(?:[^\n]*\\\n)*[^\n]*", re.MULTILINE)
+# The terminal's texts stay English.
+TO_THE_TERMINAL = re.compile(r"std::(cerr|cout)\b")
 # A QML property that is shown or read out.
 VISIBLE = re.compile(r"(?:^|[\n;{])\s*(?:\w+\.)?(text|title|label|summary|acceptLabel|placeholderText|name|description)\s*:\s*$")
 
@@ -69,8 +68,11 @@ def untranslated(text, is_qml):
         text = PREPROCESSOR.sub(blank, RAW.sub(blank, text))
     calls = []  # [name before the bracket, whether it is a call, line, how many literals stood in it]
     last_name = ""
+    statement = 0
     for match in TOKEN.finditer(text):
         line = text.count("\n", 0, match.start()) + 1
+        if match[0] in ";{}":
+            statement = match.end()
         if match["string"]:
             content = match["string"][match["string"].index('"') + 1 : -1]
             for call in calls:
@@ -82,6 +84,7 @@ def untranslated(text, is_qml):
                 shown = VISIBLE.search(before)
                 is_drawing = shown and shown.group(1) == "name" and not before.rstrip().endswith("Accessible.name:")
                 is_text = is_text or (bool(shown) and not is_drawing and bool(re.search(r"[A-Za-z]{2}", content)))
+            is_text = is_text and not TO_THE_TERMINAL.search(text, statement, match.start())
             if is_text and not names & (FOUND | OF_THE_LOG) and not PROPER.fullmatch(content):
                 found.append((line, content))
             last_name = ""
@@ -136,6 +139,7 @@ LACKING = {
     "cpp": [
         'auto a = QStringLiteral("The file is gone");',
         'show("Nothing listens yet");',
+        'std::cerr << 1; show("Nothing listens yet");',
         'label = QString::fromUtf8("Close Window");',
         'a = b ? tr("Global On") : QStringLiteral("Global is off");',
         'return QCoreApplication::translate("MainMenu", text);',
@@ -160,6 +164,7 @@ FINE = {
         'qWarning("There is no symbol named %s", name);',
         '#include "Some File.h"\n// The file is gone\n/* "The file is gone" */',
         'auto a = QStringLiteral("https");',
+        'std::cerr << "tavro: the window; it could "\n    << "not be made";',
         "QString tr(const char* text) const;",
     ],
     "qml": ['Text { text: qsTr("Open") }', 'Symbol { name: "chevron.down" }', 'Item { objectName: "message" }'],

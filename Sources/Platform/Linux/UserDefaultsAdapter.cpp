@@ -64,7 +64,7 @@ bool UserDefaultsAdapter::setValue(const std::string& key, const Value& value) {
             return false;
         }
         if (!settings.isWhole) {
-            keepBeside(file_, *contents);
+            keepBeside(file_, contents.value_or(""));
         }
         replacement.commit(*text);
         return true;

@@ -1,51 +1,45 @@
 #include "ApplicationShell/MainMenu.h"
 
-#include <QCoreApplication>
-
 #include <utility>
 
 namespace tavro {
 
 namespace {
 
-QString translated(const char* text) {
-    return QCoreApplication::translate("MainMenu", text);
-}
-
 Menu applicationMenu(bool offersUpdates) {
-    Menu menu{.title = translated("TAVRO"), .items = {}};
+    Menu menu{.title = MainMenu::tr("TAVRO"), .items = {}};
     if (offersUpdates) {
-        menu.items = {{.action = MenuAction::checkForUpdates, .title = translated("Check for Updates...")},
+        menu.items = {{.action = MenuAction::checkForUpdates, .title = MainMenu::tr("Check for Updates...")},
                       {}};
     }
     menu.items.insert(menu.items.end(),
-                      {{.action = MenuAction::hide, .title = translated("Hide TAVRO"), .key = u'h'},
+                      {{.action = MenuAction::hide, .title = MainMenu::tr("Hide TAVRO"), .key = u'h'},
                        {.action = MenuAction::hideOthers,
-                        .title = translated("Hide Others"),
+                        .title = MainMenu::tr("Hide Others"),
                         .key = u'h',
                         .needsOption = true},
-                       {.action = MenuAction::showAll, .title = translated("Show All")},
+                       {.action = MenuAction::showAll, .title = MainMenu::tr("Show All")},
                        {},
-                       {.action = MenuAction::quit, .title = translated("Quit TAVRO"), .key = u'q'}});
+                       {.action = MenuAction::quit, .title = MainMenu::tr("Quit TAVRO"), .key = u'q'}});
     return menu;
 }
 
 Menu editMenu() {
-    return {
-        .title = translated("Edit"),
-        .items = {{.action = MenuAction::undo, .title = translated("Undo"), .key = u'z'},
-                  {.action = MenuAction::redo, .title = translated("Redo"), .key = u'z', .needsShift = true},
-                  {},
-                  {.action = MenuAction::cut, .title = translated("Cut"), .key = u'x'},
-                  {.action = MenuAction::copy, .title = translated("Copy"), .key = u'c'},
-                  {.action = MenuAction::paste, .title = translated("Paste"), .key = u'v'},
-                  {.action = MenuAction::selectAll, .title = translated("Select All"), .key = u'a'}}};
+    return {.title = MainMenu::tr("Edit"),
+            .items = {
+                {.action = MenuAction::undo, .title = MainMenu::tr("Undo"), .key = u'z'},
+                {.action = MenuAction::redo, .title = MainMenu::tr("Redo"), .key = u'z', .needsShift = true},
+                {},
+                {.action = MenuAction::cut, .title = MainMenu::tr("Cut"), .key = u'x'},
+                {.action = MenuAction::copy, .title = MainMenu::tr("Copy"), .key = u'c'},
+                {.action = MenuAction::paste, .title = MainMenu::tr("Paste"), .key = u'v'},
+                {.action = MenuAction::selectAll, .title = MainMenu::tr("Select All"), .key = u'a'}}};
 }
 
 Menu windowMenu() {
-    return {.title = translated("Window"),
-            .items = {{.action = MenuAction::closeWindow, .title = translated("Close Window"), .key = u'w'},
-                      {.action = MenuAction::minimize, .title = translated("Minimize"), .key = u'm'}}};
+    return {.title = MainMenu::tr("Window"),
+            .items = {{.action = MenuAction::closeWindow, .title = MainMenu::tr("Close Window"), .key = u'w'},
+                      {.action = MenuAction::minimize, .title = MainMenu::tr("Minimize"), .key = u'm'}}};
 }
 
 } // namespace

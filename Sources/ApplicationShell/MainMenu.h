@@ -4,6 +4,8 @@
 #include "PlatformInterfaces/Application/MenuBar.h"
 #include "PlatformInterfaces/ApplicationVisibility.h"
 
+#include <QCoreApplication>
+
 #include <functional>
 #include <vector>
 
@@ -11,6 +13,8 @@ namespace tavro {
 
 /// The menus of the application and what their items do. Main thread only.
 class MainMenu final : public MenuBar::Client {
+    Q_DECLARE_TR_FUNCTIONS(tavro::MainMenu)
+
 public:
     /// None may be empty, but for the first: without it there is no such item.
     struct Actions {

@@ -8,9 +8,6 @@ namespace tavro {
 namespace {
 
 constexpr WindowMeasures measures;
-constexpr int closedHeight = 805;
-constexpr int advancedHeight = 909;
-constexpr int settingsHeight = 112;
 /// Kept free for what surrounds the content.
 constexpr double screenMargin = 40;
 constexpr double smallestScale = 0.58;
@@ -24,7 +21,11 @@ bool isNear(double first, double second) {
 } // namespace
 
 int WindowFitting::preferredHeight(bool isAdvancedVisible, bool isSettingsVisible) {
-    return (isAdvancedVisible ? advancedHeight : closedHeight) + (isSettingsVisible ? settingsHeight : 0);
+    const auto unfolded = [](const PanelMeasures& panel, bool isVisible) {
+        return isVisible ? panel.openHeight - panel.closedHeight : 0;
+    };
+    return static_cast<int>(measures.height) + unfolded(measures.advancedPanel, isAdvancedVisible) +
+           unfolded(measures.settingsPanel, isSettingsVisible);
 }
 
 WindowFitting::Fit WindowFitting::fit(const Frame& current, std::optional<double> availableHeight,

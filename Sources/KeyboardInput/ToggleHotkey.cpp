@@ -1,22 +1,11 @@
 #include "KeyboardInput/ToggleHotkey.h"
 
 #include "KeyboardMapping/PhysicalKeyMapper.h"
+#include "PerformanceModel/Text.h"
 
 #include <string>
 
 namespace tavro {
-
-namespace {
-
-bool isWhiteSpace(Character character) {
-    return character == U' ' || (character >= U'\t' && character <= U'\r') || character == U'\u0085' ||
-           character == U'\u00A0' || character == U'\u1680' ||
-           (character >= U'\u2000' && character <= U'\u200A') || character == U'\u2028' ||
-           character == U'\u2029' || character == U'\u202F' || character == U'\u205F' ||
-           character == U'\u3000';
-}
-
-} // namespace
 
 Character ToggleHotkey::characterOf(std::string_view text) {
     auto characters = charactersOf(text).value_or(std::u32string());

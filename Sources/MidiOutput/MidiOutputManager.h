@@ -39,9 +39,6 @@ struct PendingNoteKey {
 /// told in `statusText`, and sending to what does not exist does nothing. Main thread only.
 class MidiOutputManager : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QString statusText READ statusText NOTIFY statusTextChanged)
-    Q_PROPERTY(quint32 selectedDestinationID READ selectedDestinationID WRITE setSelectedDestinationID NOTIFY
-                   selectedDestinationIDChanged)
 
 public:
     /// Creates client, port and source, and reads the destinations. Both collaborators must outlive this.

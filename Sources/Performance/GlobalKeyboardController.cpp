@@ -10,7 +10,7 @@ namespace tavro {
 
 GlobalKeyboardController::GlobalKeyboardController(KeyboardTap& tap, MainActor& mainActor,
                                                    std::shared_ptr<PressedKeys> keys)
-    : tap_(tap), mainActor_(mainActor), keys_(std::move(keys)), status_(QStringLiteral("Global Play off")),
+    : tap_(tap), mainActor_(mainActor), keys_(std::move(keys)), status_(tr("Global Play off")),
       statusText_(status_) {
     rules_.keys = keys_;
 }
@@ -64,20 +64,18 @@ void GlobalKeyboardController::start() {
         return;
     }
     if (!tap_.isTrusted(true)) {
-        showFailure(QStringLiteral("Allow Accessibility for Global Play"), true);
+        showFailure(tr("Allow Accessibility for Global Play"), true);
         return;
     }
     if (!tap_.create(*this)) {
-        showFailure(QStringLiteral("Global Play unavailable"), false);
+        showFailure(tr("Global Play unavailable"), false);
         return;
     }
     hasTap_ = true;
     tap_.enable(true);
     lacksTrust_ = false;
-    if (!std::exchange(isAvailable_, true)) {
-        Q_EMIT isAvailableChanged();
-    }
-    showStatus(QStringLiteral("Global Play ready"));
+    isAvailable_ = true;
+    showStatus(tr("Global Play ready"));
 }
 
 void GlobalKeyboardController::stop() {
@@ -96,10 +94,8 @@ void GlobalKeyboardController::stop() {
     if (std::exchange(isEnabled_, false)) {
         Q_EMIT isEnabledChanged();
     }
-    if (std::exchange(isAvailable_, false)) {
-        Q_EMIT isAvailableChanged();
-    }
-    showStatus(QStringLiteral("Global Play off"));
+    isAvailable_ = false;
+    showStatus(tr("Global Play off"));
 }
 
 void GlobalKeyboardController::setEnabled(bool isEnabled) {
@@ -129,7 +125,7 @@ void GlobalKeyboardController::showEnabled(bool isEnabled, Turn turn) {
         Q_EMIT isEnabledChanged();
     }
     tap_.updateVerdicts();
-    showStatus(isEnabled ? QStringLiteral("Global Play on") : QStringLiteral("Global Play ready"));
+    showStatus(isEnabled ? tr("Global Play on") : tr("Global Play ready"));
 }
 
 KeyboardTap::Verdict GlobalKeyboardController::handle(const KeyboardTap::Event& event) {
@@ -224,7 +220,7 @@ void GlobalKeyboardController::tapEnded(KeyboardTap::End end) {
         }
         stop();
         if (end == KeyboardTap::End::lost) {
-            showStatus(QStringLiteral("Global Play unavailable"));
+            showStatus(tr("Global Play unavailable"));
         }
     });
 }
@@ -262,9 +258,7 @@ void GlobalKeyboardController::catchUp() {
 
 void GlobalKeyboardController::showFailure(const QString& text, bool lacksTrust) {
     lacksTrust_ = lacksTrust;
-    if (std::exchange(isAvailable_, false)) {
-        Q_EMIT isAvailableChanged();
-    }
+    isAvailable_ = false;
     showStatus(text);
 }
 
@@ -275,8 +269,7 @@ void GlobalKeyboardController::showStatus(const QString& text) {
 
 void GlobalKeyboardController::updateStatusText() {
     const auto names = namesOfTaken();
-    const auto text =
-        names.isEmpty() ? status_ : status_ + QLatin1String(" - taken by another program: ") + names;
+    const auto text = names.isEmpty() ? status_ : tr("%1 - taken by another program: %2").arg(status_, names);
     if (text != statusText_) {
         statusText_ = text;
         Q_EMIT statusTextChanged();
@@ -287,7 +280,7 @@ QString GlobalKeyboardController::namesOfTaken() const {
     const std::scoped_lock lock(mutex_);
     QStringList names;
     for (const auto& press : taken_) {
-        auto name = QStringLiteral("the hotkey");
+        auto name = tr("the hotkey");
         if (!rules_.matchesToggleHotkey(press.keyCode, press.modifiers)) {
             const auto character = PhysicalKeyMapper::character(press.keyCode, rules_.layoutKind);
             if (!character) {

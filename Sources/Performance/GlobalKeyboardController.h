@@ -22,9 +22,6 @@ namespace tavro {
 /// Main thread only, except for what the tap calls.
 class GlobalKeyboardController : public QObject, public KeyboardTap::Client {
     Q_OBJECT
-    Q_PROPERTY(bool isEnabled READ isEnabled NOTIFY isEnabledChanged)
-    Q_PROPERTY(bool isAvailable READ isAvailable NOTIFY isAvailableChanged)
-    Q_PROPERTY(QString statusText READ statusText NOTIFY statusTextChanged)
 
 public:
     /// The tap and the main actor must outlive this. The keys are those that the windows share.
@@ -86,7 +83,6 @@ public:
 
 Q_SIGNALS:
     void isEnabledChanged();
-    void isAvailableChanged();
     void statusTextChanged();
 
 private:

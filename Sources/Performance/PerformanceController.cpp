@@ -121,7 +121,6 @@ void PerformanceController::setFocused(bool focused) {
     if (!focused && !playsUnfocused_) {
         panic();
     }
-    Q_EMIT isFocusedChanged();
 }
 
 void PerformanceController::selectDestination(MidiObjectRef id) {

@@ -19,15 +19,6 @@ namespace tavro {
 /// and display, reacts to changed settings, and silences what must not go on sounding. Main thread only.
 class PerformanceController : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QString currentChordText READ currentChordText NOTIFY currentChordTextChanged)
-    Q_PROPERTY(bool isFocused READ isFocused WRITE setFocused NOTIFY isFocusedChanged)
-    Q_PROPERTY(bool holdBinding READ holdBinding WRITE setHoldBinding NOTIFY stateChanged)
-    Q_PROPERTY(bool smartHoldBinding READ smartHoldBinding WRITE setSmartHoldBinding NOTIFY stateChanged)
-    Q_PROPERTY(
-        bool chordEnabledBinding READ chordEnabledBinding WRITE setChordEnabledBinding NOTIFY stateChanged)
-    Q_PROPERTY(qint64 chordComplexityBinding READ chordComplexityBinding WRITE setChordComplexityBinding
-                   NOTIFY stateChanged)
-    Q_PROPERTY(bool splitModeBinding READ splitModeBinding WRITE setSplitModeBinding NOTIFY stateChanged)
 
 public:
     /// The collaborators must outlive this.
@@ -40,10 +31,10 @@ public:
     void handleKeyUp(Character key);
 
     /// Ends every note that the engine believes to sound, and whatever is still to come of a strum.
-    Q_INVOKABLE void panic();
+    void panic();
 
     /// The stop button: `panic`, and then everything off at the receivers too.
-    Q_INVOKABLE void stopAllNotes();
+    void stopAllNotes();
 
     /// What quitting does to the notes: as the stop button, once, however often it is called.
     void shutDown();
@@ -113,7 +104,6 @@ Q_SIGNALS:
     /// `activeKeys` or `highlightedKeys` changed.
     void keyboardDisplayChanged();
     void currentChordTextChanged();
-    void isFocusedChanged();
     /// What sounded was silenced because a setting changed what keys mean.
     void playingStateReset();
 

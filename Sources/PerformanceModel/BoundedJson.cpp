@@ -1,6 +1,6 @@
 #include "PerformanceModel/BoundedJson.h"
 
-#include "PerformanceModel/Character.h"
+#include "PerformanceModel/Text.h"
 
 #include <nlohmann/json.hpp>
 
@@ -75,11 +75,8 @@ Json parsed(std::string_view text) {
 } // namespace
 
 Json BoundedJson::parse(std::string_view utf8) {
-    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    if (utf8.starts_with(byteOrderMark)) {
-        utf8.remove_prefix(byteOrderMark.size());
-    }
-    if (utf8.find_first_not_of(" \t\r\n") == std::string_view::npos) {
+    utf8 = withoutByteOrderMark(utf8);
+    if (trimmed(utf8).empty()) {
         throw JsonTextError(Kind::empty, "empty");
     }
     if (!charactersOf(utf8)) {

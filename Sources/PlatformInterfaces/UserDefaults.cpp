@@ -20,6 +20,9 @@ std::optional<bool> UserDefaults::boolean(const std::string& key) const {
     if (const auto* const flag = std::get_if<bool>(&*stored); flag != nullptr) {
         return *flag;
     }
+    if (const auto* const number = std::get_if<std::int64_t>(&*stored); number != nullptr) {
+        return *number != 0;
+    }
     const auto* const text = std::get_if<std::string>(&*stored);
     return text != nullptr && readsAsTrue(*text);
 }

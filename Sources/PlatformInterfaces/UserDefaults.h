@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,7 +20,7 @@ public:
         friend bool operator==(const Data&, const Data&) = default;
     };
 
-    using Value = std::variant<Data, std::string, bool>;
+    using Value = std::variant<Data, std::string, bool, std::int64_t>;
 
     UserDefaults() = default;
     UserDefaults(const UserDefaults&) = delete;
@@ -45,7 +46,7 @@ public:
     }
 
     /// Any stored value read as a boolean; nothing when there is none. A text is true when it begins with
-    /// y, t or a digit from 1 to 9, in either case; data is false.
+    /// y, t or a digit from 1 to 9, in either case, a number when it is not 0; data is false.
     [[nodiscard]] std::optional<bool> boolean(const std::string& key) const;
 
 private:

@@ -2,6 +2,7 @@
 
 #include "PerformanceModel/BoundedJson.h"
 #include "PerformanceModel/PerformanceStateCoding.h"
+#include "PerformanceModel/Text.h"
 #include "Player/ControlBinding.h"
 
 #include <charconv>
@@ -17,12 +18,6 @@ using Json = nlohmann::ordered_json;
 constexpr std::string_view blanks = " \t";
 /// Some thirty years; what is scheduled after it still fits the clock.
 constexpr std::int64_t latestTime = 1'000'000'000'000;
-
-std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(blanks);
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 /// The first word, which is cut off the text, and the blanks behind it with it.
 std::string_view takeWord(std::string_view& text) {
@@ -132,23 +127,16 @@ const std::map<std::string_view, Parser::Reader> Parser::commands{
 } // namespace
 
 KeyScript KeyScript::parse(std::string_view utf8) {
-    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    if (utf8.starts_with(byteOrderMark)) {
-        utf8.remove_prefix(byteOrderMark.size());
-    }
+    utf8 = withoutByteOrderMark(utf8);
     KeyScript script;
     Parser parser;
     for (std::size_t number = 1; !utf8.empty(); ++number) {
         const auto end = std::min(utf8.find('\n'), utf8.size());
-        auto line = utf8.substr(0, end);
+        const auto line = trimmed(utf8.substr(0, end));
         utf8.remove_prefix(std::min(end + 1, utf8.size()));
-        if (line.ends_with('\r')) {
-            line.remove_suffix(1);
-        }
         if (!charactersOf(line)) {
             throw KeyScriptError(number, "the text is not UTF-8");
         }
-        line = trimmed(line);
         if (line.empty() || line.starts_with('#')) {
             continue;
         }

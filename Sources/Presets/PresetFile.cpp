@@ -15,16 +15,16 @@ namespace {
 using Kind = PresetFileError::Kind;
 
 PresetFileError tooLarge(const QString& name) {
-    return {Kind::tooLarge, name, QStringLiteral("larger than 1 MiB, which no preset is")};
+    return {Kind::tooLarge, name, PresetFile::tr("larger than 1 MiB, which no preset is")};
 }
 
 /// Before anything is opened, as opening a pipe waits for its other end.
 void requireRegularFile(const QString& path, const QFileInfo& info) {
     if (info.isDir()) {
-        throw PresetFileError(Kind::notAFile, path, QStringLiteral("a folder, not a file"));
+        throw PresetFileError(Kind::notAFile, path, PresetFile::tr("a folder, not a file"));
     }
     if (info.exists() && !info.isFile()) {
-        throw PresetFileError(Kind::notAFile, path, QStringLiteral("a device or a pipe, not a file"));
+        throw PresetFileError(Kind::notAFile, path, PresetFile::tr("a device or a pipe, not a file"));
     }
 }
 
@@ -33,14 +33,14 @@ void requireReadable(const QString& path) {
     requireRegularFile(path, info);
     if (!info.exists() && info.isSymLink()) {
         throw PresetFileError(Kind::unreadable, path,
-                              QStringLiteral("a link to %1, which is not there").arg(info.symLinkTarget()));
+                              PresetFile::tr("a link to %1, which is not there").arg(info.symLinkTarget()));
     }
     if (info.size() > PresetFile::mostBytes) {
         throw tooLarge(path);
     }
     // The kernel's own files say that they are empty, and some of them wait when they are read.
     if (info.exists() && info.size() == 0) {
-        throw PresetFileError(Kind::notJson, path, QStringLiteral("empty"));
+        throw PresetFileError(Kind::notJson, path, PresetFile::tr("empty"));
     }
 }
 
@@ -96,7 +96,7 @@ void PresetFile::write(const TAVROPreset& preset, const QString& path) {
     // What replaces a device by a file breaks the system for everybody.
     requireRegularFile(path, old);
     if (old.exists() && !old.isWritable()) {
-        throw PresetFileError(Kind::unwritable, path, QStringLiteral("the file, or its disk, is read-only"));
+        throw PresetFileError(Kind::unwritable, path, tr("the file, or its disk, is read-only"));
     }
     if (const auto reason = SavedFile::write(path, text); !reason.isEmpty()) {
         throw PresetFileError(Kind::unwritable, path, reason);

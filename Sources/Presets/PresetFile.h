@@ -2,6 +2,7 @@
 
 #include "PerformanceModel/TAVROPreset.h"
 
+#include <QCoreApplication>
 #include <QFileDevice>
 #include <QString>
 
@@ -38,6 +39,8 @@ private:
 
 /// Presets in files of their own, to be passed on. Everything throws `PresetFileError`.
 class PresetFile {
+    Q_DECLARE_TR_FUNCTIONS(tavro::PresetFile)
+
 public:
     PresetFile() = delete;
 

@@ -16,8 +16,6 @@ namespace tavro {
 /// files. Choosing one loads it. Main thread only.
 class PresetLibrary : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QString selectedPresetID READ selectedPresetID WRITE setSelectedPresetID NOTIFY
-                   selectedPresetIDChanged)
 
 public:
     /// The collaborators must outlive this. The performance is expected to have begun with the selection's
@@ -36,30 +34,30 @@ public:
 
     /// Replaces the performance's settings by those of the chosen preset, silences what sounds, and stores
     /// the choice. Nothing when there is no such preset.
-    Q_INVOKABLE void loadSelectedPreset();
+    void loadSelectedPreset();
 
     /// Takes the place of the preset with the same identifier, or comes last. Stores nothing.
     void upsertPreset(const TAVROPreset& preset);
 
     /// The chosen preset's name; when there is no such preset, the name of the next new one.
-    [[nodiscard]] Q_INVOKABLE QString currentPresetNameForSaving() const;
+    [[nodiscard]] QString currentPresetNameForSaving() const;
 
     /// What a save dialog proposes: the name above in the preset folder, as far as a file can bear it.
-    [[nodiscard]] Q_INVOKABLE QString suggestedFileForSaving() const;
+    [[nodiscard]] QString suggestedFileForSaving() const;
 
     /// Where file dialogs start, and what they filter by.
-    [[nodiscard]] Q_INVOKABLE static QString presetDirectory();
-    [[nodiscard]] Q_INVOKABLE static QString presetNameFilter();
+    [[nodiscard]] static QString presetDirectory();
+    [[nodiscard]] static QString presetNameFilter();
 
     /// The file's preset joins the presets, is chosen, loaded and stored. When it cannot be read, everything
     /// stays as it is and `openFailed` tells why; false then.
-    Q_INVOKABLE bool openPresetFromFile(const QString& path);
+    bool openPresetFromFile(const QString& path);
 
     /// Writes the settings as they are to a file, as a new preset that is named like it; a name that does not
     /// end in the extension of presets gets it. The preset joins the others, is chosen and stored. When the
     /// file cannot be written, everything stays as it is, the system beeps and `saveFailed` tells why; false
     /// then.
-    Q_INVOKABLE bool savePresetToFile(const QString& path);
+    bool savePresetToFile(const QString& path);
 
 Q_SIGNALS:
     void presetsChanged();

@@ -16,6 +16,7 @@ Row {
         from: 0
         to: 100
         value: root.settings.chordComplexity
+        defaultValue: root.settings.defaults.chordComplexity
         onChosen: value => root.settings.chordComplexity = value
     }
 
@@ -27,9 +28,9 @@ Row {
         showsDivider: true
         from: 0
         to: 16
-        defaultValue: 8
         zeroText: qsTr("Off")
         value: root.settings.maxChordNotes
+        defaultValue: root.settings.defaults.maxChordNotes
         onChosen: value => root.settings.maxChordNotes = value
     }
 
@@ -44,6 +45,7 @@ Row {
         to: 50
         suffix: qsTr(" ms")
         value: root.settings.strumMilliseconds
+        defaultValue: root.settings.defaults.strumMilliseconds
         onChosen: value => root.settings.strumMilliseconds = value
     }
 
@@ -71,6 +73,7 @@ Row {
         from: -3
         to: 3
         value: root.settings.melodyOctaveOffset
+        defaultValue: root.settings.defaults.melodyOctaveOffset
         onChosen: value => root.settings.melodyOctaveOffset = value
     }
 }

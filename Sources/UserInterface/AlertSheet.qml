@@ -61,32 +61,14 @@ T.Popup {
             lineHeight: 1.25
         }
 
-        T.AbstractButton {
+        SheetButton {
             anchors.right: parent.right
-            implicitWidth: 96
-            implicitHeight: 38
             focus: true
-            Accessible.role: Accessible.Button
-            Accessible.name: qsTr("OK")
+            isProminent: true
+            text: qsTr("OK")
             Keys.onReturnPressed: root.close()
             Keys.onEnterPressed: root.close()
             onClicked: root.close()
-
-            background: Rectangle {
-                radius: Theme.controlRadius
-                color: parent.down ? Theme.raised : Theme.inset
-                border.width: 1
-                border.color: Theme.secondaryText
-            }
-
-            contentItem: Text {
-                text: qsTr("OK")
-                horizontalAlignment: Text.AlignHCenter
-                verticalAlignment: Text.AlignVCenter
-                color: Theme.text
-                font.pixelSize: Theme.controlSize
-                font.weight: Font.DemiBold
-            }
         }
     }
 }

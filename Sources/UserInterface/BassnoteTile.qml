@@ -6,7 +6,7 @@ ControlTile {
     id: root
 
     property bool isOn: false
-    property int octaveDown: 1
+    property int octaveDown: 0
     property var octaves: []
     signal toggledTo(bool isOn)
     signal octaveChosen(int octaveDown)

@@ -16,7 +16,7 @@ Item {
     required property TutorialPresenter tutorial
     required property WindowPanels panels
     required property MainMenuPresenter menu
-    readonly property int designWidth: 1280
+    readonly property int designWidth: panels.surfaceWidth
     readonly property int designHeight: panels.preferredWindowHeight
 
     width: designWidth
@@ -77,6 +77,8 @@ Item {
             width: parent.width
             title: qsTr("Advanced")
             summary: [qsTr("Complexity %1").arg(root.settings.chordComplexity), qsTr("Note limit %1").arg(root.settings.maxChordNotes > 0 ? root.settings.maxChordNotes : qsTr("off")), qsTr("Strum %1 ms").arg(root.settings.strumMilliseconds), root.settings.splitMode ? qsTr("Split on") : qsTr("Split off")].join(" · ")
+            closedHeight: root.panels.advancedClosedHeight
+            openHeight: root.panels.advancedOpenHeight
             isVisible: root.panels.isAdvancedVisible
             onToggledTo: isVisible => root.panels.isAdvancedVisible = isVisible
 
@@ -122,6 +124,8 @@ Item {
             globalPlay: root.globalPlay
             launchAtLogin: root.launchAtLogin
             pickerChoices: root.pickerChoices
+            closedHeight: root.panels.settingsClosedHeight
+            openHeight: root.panels.settingsOpenHeight
             isVisible: root.panels.isSettingsVisible
             onToggledTo: isVisible => root.panels.isSettingsVisible = isVisible
         }

@@ -18,7 +18,7 @@ T.AbstractButton {
     hoverEnabled: true
     Accessible.role: Accessible.ButtonMenu
     Accessible.name: qsTr("Menu")
-    onClicked: list.visible ? list.close() : open()
+    onClicked: isOpen ? list.close() : open()
 
     function open() {
         menu.refresh()
@@ -32,7 +32,7 @@ T.AbstractButton {
 
     background: Rectangle {
         radius: Theme.controlRadius
-        color: root.down || root.hovered || list.visible ? Theme.raised : Theme.panel
+        color: root.down || root.hovered || root.isOpen ? Theme.raised : Theme.panel
         border.width: 1
         border.color: Theme.strongHairline
 

@@ -39,10 +39,6 @@ T.ApplicationWindow {
         highlight: Theme.litFill
         highlightedText: Theme.text
     }
-    width: 1280
-    height: 805
-    minimumWidth: 720
-    minimumHeight: 520
 
     ContentView {
         id: content

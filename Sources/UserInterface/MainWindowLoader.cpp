@@ -42,7 +42,10 @@ void MainWindowLoader::endRecordingOutOfSight() {
 }
 
 QVariantMap MainWindowLoader::initialProperties() {
-    return {{QStringLiteral("settings"), QVariant::fromValue(&settings_)},
+    constexpr WindowMeasures measures;
+    return {{QStringLiteral("width"), measures.width},
+            {QStringLiteral("height"), measures.height},
+            {QStringLiteral("settings"), QVariant::fromValue(&settings_)},
             {QStringLiteral("grid"), QVariant::fromValue(&grid_)},
             {QStringLiteral("output"), QVariant::fromValue(&output_)},
             {QStringLiteral("globalPlay"), QVariant::fromValue(&globalPlay_)},

@@ -46,6 +46,7 @@ Row {
         from: -3
         to: 3
         value: root.settings.globalOctaveOffset
+        defaultValue: root.settings.defaults.globalOctaveOffset
         onChosen: value => root.settings.globalOctaveOffset = value
     }
 
@@ -81,8 +82,8 @@ Row {
         width: 236
         from: 1
         to: 127
-        defaultValue: 100
         value: root.settings.velocity
+        defaultValue: root.settings.defaults.velocity
         onChosen: value => root.settings.velocity = value
     }
 
@@ -92,8 +93,8 @@ Row {
         width: 236
         from: 0
         to: 30
-        defaultValue: 7
         value: root.settings.humanizeVelocity
+        defaultValue: root.settings.defaults.humanizeVelocity
         onChosen: value => root.settings.humanizeVelocity = value
     }
 }

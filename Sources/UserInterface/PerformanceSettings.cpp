@@ -46,14 +46,6 @@ void PerformanceSettings::setScaleName(const QString& value) {
     store(&PerformanceState::scaleName, value.toStdString());
 }
 
-int PerformanceSettings::baseMidiC() const {
-    return shown(controller_.state().baseMidiC);
-}
-
-void PerformanceSettings::setBaseMidiC(int value) {
-    store<std::int64_t>(&PerformanceState::baseMidiC, value);
-}
-
 int PerformanceSettings::globalOctaveOffset() const {
     return shown(controller_.state().globalOctaveOffset);
 }
@@ -86,14 +78,6 @@ void PerformanceSettings::setStrumMilliseconds(int value) {
     store<std::int64_t>(&PerformanceState::strumMilliseconds, value);
 }
 
-int PerformanceSettings::voicingComplexity() const {
-    return shown(controller_.state().voicingComplexity);
-}
-
-void PerformanceSettings::setVoicingComplexity(int value) {
-    store<std::int64_t>(&PerformanceState::voicingComplexity, value);
-}
-
 int PerformanceSettings::maxChordNotes() const {
     return shown(controller_.state().maxChordNotes);
 }
@@ -114,28 +98,6 @@ QString PerformanceSettings::chordMode() const {
     return QString::fromUtf8(rawValue(controller_.state().chordMode));
 }
 
-void PerformanceSettings::setChordMode(const QString& value) {
-    if (const auto known = chordModeFromRawValue(value.toStdString())) {
-        store(&PerformanceState::chordMode, *known);
-    }
-}
-
-bool PerformanceSettings::holdMode() const {
-    return controller_.state().holdMode;
-}
-
-void PerformanceSettings::setHoldMode(bool value) {
-    store(&PerformanceState::holdMode, value);
-}
-
-bool PerformanceSettings::smartHoldMode() const {
-    return controller_.state().smartHoldMode;
-}
-
-void PerformanceSettings::setSmartHoldMode(bool value) {
-    store(&PerformanceState::smartHoldMode, value);
-}
-
 bool PerformanceSettings::bassNoteEnabled() const {
     return controller_.state().bassNoteEnabled;
 }
@@ -150,14 +112,6 @@ int PerformanceSettings::bassOctaveDown() const {
 
 void PerformanceSettings::setBassOctaveDown(int value) {
     store<std::int64_t>(&PerformanceState::bassOctaveDown, value);
-}
-
-bool PerformanceSettings::splitModeEnabled() const {
-    return controller_.state().splitModeEnabled;
-}
-
-void PerformanceSettings::setSplitModeEnabled(bool value) {
-    store(&PerformanceState::splitModeEnabled, value);
 }
 
 int PerformanceSettings::melodyOctaveOffset() const {
@@ -176,6 +130,17 @@ void PerformanceSettings::setKeyboardLayout(const QString& value) {
     if (const auto known = keyboardLayoutKindFromRawValue(value.toStdString())) {
         store(&PerformanceState::keyboardLayout, *known);
     }
+}
+
+QVariantMap PerformanceSettings::defaults() {
+    const PerformanceState state;
+    return {{QStringLiteral("globalOctaveOffset"), shown(state.globalOctaveOffset)},
+            {QStringLiteral("velocity"), shown(state.velocity)},
+            {QStringLiteral("humanizeVelocity"), shown(state.humanizeVelocity)},
+            {QStringLiteral("chordComplexity"), shown(state.voicingComplexity)},
+            {QStringLiteral("maxChordNotes"), shown(state.maxChordNotes)},
+            {QStringLiteral("strumMilliseconds"), shown(state.strumMilliseconds)},
+            {QStringLiteral("melodyOctaveOffset"), shown(state.melodyOctaveOffset)}};
 }
 
 bool PerformanceSettings::hold() const {

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
 #include <cstdint>
@@ -19,20 +20,15 @@ class PerformanceSettings : public QObject {
     QML_UNCREATABLE("made by the program")
     Q_PROPERTY(int rootSemitone READ rootSemitone WRITE setRootSemitone NOTIFY changed)
     Q_PROPERTY(QString scaleName READ scaleName WRITE setScaleName NOTIFY changed)
-    Q_PROPERTY(int baseMidiC READ baseMidiC WRITE setBaseMidiC NOTIFY changed)
     Q_PROPERTY(int globalOctaveOffset READ globalOctaveOffset WRITE setGlobalOctaveOffset NOTIFY changed)
     Q_PROPERTY(int velocity READ velocity WRITE setVelocity NOTIFY changed)
     Q_PROPERTY(int humanizeVelocity READ humanizeVelocity WRITE setHumanizeVelocity NOTIFY changed)
     Q_PROPERTY(int strumMilliseconds READ strumMilliseconds WRITE setStrumMilliseconds NOTIFY changed)
-    Q_PROPERTY(int voicingComplexity READ voicingComplexity WRITE setVoicingComplexity NOTIFY changed)
     Q_PROPERTY(int maxChordNotes READ maxChordNotes WRITE setMaxChordNotes NOTIFY changed)
     Q_PROPERTY(int midiChannel READ midiChannel WRITE setMidiChannel NOTIFY changed)
-    Q_PROPERTY(QString chordMode READ chordMode WRITE setChordMode NOTIFY changed)
-    Q_PROPERTY(bool holdMode READ holdMode WRITE setHoldMode NOTIFY changed)
-    Q_PROPERTY(bool smartHoldMode READ smartHoldMode WRITE setSmartHoldMode NOTIFY changed)
+    Q_PROPERTY(QString chordMode READ chordMode NOTIFY changed)
     Q_PROPERTY(bool bassNoteEnabled READ bassNoteEnabled WRITE setBassNoteEnabled NOTIFY changed)
     Q_PROPERTY(int bassOctaveDown READ bassOctaveDown WRITE setBassOctaveDown NOTIFY changed)
-    Q_PROPERTY(bool splitModeEnabled READ splitModeEnabled WRITE setSplitModeEnabled NOTIFY changed)
     Q_PROPERTY(int melodyOctaveOffset READ melodyOctaveOffset WRITE setMelodyOctaveOffset NOTIFY changed)
     Q_PROPERTY(QString keyboardLayout READ keyboardLayout WRITE setKeyboardLayout NOTIFY changed)
     Q_PROPERTY(bool hold READ hold WRITE setHold NOTIFY changed)
@@ -40,6 +36,8 @@ class PerformanceSettings : public QObject {
     Q_PROPERTY(bool chordEnabled READ chordEnabled WRITE setChordEnabled NOTIFY changed)
     Q_PROPERTY(int chordComplexity READ chordComplexity WRITE setChordComplexity NOTIFY changed)
     Q_PROPERTY(bool splitMode READ splitMode WRITE setSplitMode NOTIFY changed)
+    /// What the numbers above are in a performance that nobody has changed, by their names.
+    Q_PROPERTY(QVariantMap defaults READ defaults CONSTANT)
 
 public:
     /// The controller must outlive this.
@@ -47,41 +45,30 @@ public:
 
     [[nodiscard]] int rootSemitone() const;
     [[nodiscard]] QString scaleName() const;
-    [[nodiscard]] int baseMidiC() const;
     [[nodiscard]] int globalOctaveOffset() const;
     [[nodiscard]] int velocity() const;
     [[nodiscard]] int humanizeVelocity() const;
     [[nodiscard]] int strumMilliseconds() const;
-    [[nodiscard]] int voicingComplexity() const;
     [[nodiscard]] int maxChordNotes() const;
     [[nodiscard]] int midiChannel() const;
-    /// The mode's stored name, here and in the setter; an unknown name changes nothing.
+    /// The mode's stored name.
     [[nodiscard]] QString chordMode() const;
-    [[nodiscard]] bool holdMode() const;
-    [[nodiscard]] bool smartHoldMode() const;
     [[nodiscard]] bool bassNoteEnabled() const;
     [[nodiscard]] int bassOctaveDown() const;
-    [[nodiscard]] bool splitModeEnabled() const;
     [[nodiscard]] int melodyOctaveOffset() const;
     /// The layout kind's stored name, here and in the setter; an unknown name changes nothing.
     [[nodiscard]] QString keyboardLayout() const;
 
     void setRootSemitone(int value);
     void setScaleName(const QString& value);
-    void setBaseMidiC(int value);
     void setGlobalOctaveOffset(int value);
     void setVelocity(int value);
     void setHumanizeVelocity(int value);
     void setStrumMilliseconds(int value);
-    void setVoicingComplexity(int value);
     void setMaxChordNotes(int value);
     void setMidiChannel(int value);
-    void setChordMode(const QString& value);
-    void setHoldMode(bool value);
-    void setSmartHoldMode(bool value);
     void setBassNoteEnabled(bool value);
     void setBassOctaveDown(int value);
-    void setSplitModeEnabled(bool value);
     void setMelodyOctaveOffset(int value);
     void setKeyboardLayout(const QString& value);
 
@@ -90,6 +77,8 @@ public:
     [[nodiscard]] bool chordEnabled() const;
     [[nodiscard]] int chordComplexity() const;
     [[nodiscard]] bool splitMode() const;
+
+    [[nodiscard]] static QVariantMap defaults();
 
     void setHold(bool value);
     void setSmartHold(bool value);

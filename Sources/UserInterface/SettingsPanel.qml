@@ -15,8 +15,6 @@ DisclosurePanel {
 
     title: qsTr("Settings")
     summary: [output.selectedName, qsTr("Channel %1").arg(settings.midiChannel), layoutEntry ? layoutEntry.text : ""].join(" · ")
-    closedHeight: 40
-    openHeight: 152
 
     Row {
         y: -8

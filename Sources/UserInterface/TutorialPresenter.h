@@ -63,7 +63,7 @@ public:
     Q_INVOKABLE void proceed();
 
     Q_INVOKABLE void skip();
-    Q_INVOKABLE void done();
+    void done();
     /// Hides the tour and stores that it was ended, as `skip` and `done` do. While it is hidden nothing
     /// happens.
     Q_INVOKABLE void dismiss();

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "ApplicationShell/WindowMeasures.h"
+
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
 namespace tavro {
 
-/// Which of the panels that fold out are open, and how high the surface is with them. Main thread only.
+/// Which of the panels that fold out are open, and the measures of the surface with them. Main thread only.
 class WindowPanels : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -14,6 +16,11 @@ class WindowPanels : public QObject {
                    isAdvancedVisibleChanged)
     Q_PROPERTY(bool isSettingsVisible READ isSettingsVisible WRITE setSettingsVisible NOTIFY
                    isSettingsVisibleChanged)
+    Q_PROPERTY(int surfaceWidth READ surfaceWidth CONSTANT)
+    Q_PROPERTY(int advancedClosedHeight READ advancedClosedHeight CONSTANT)
+    Q_PROPERTY(int advancedOpenHeight READ advancedOpenHeight CONSTANT)
+    Q_PROPERTY(int settingsClosedHeight READ settingsClosedHeight CONSTANT)
+    Q_PROPERTY(int settingsOpenHeight READ settingsOpenHeight CONSTANT)
     Q_PROPERTY(int preferredWindowHeight READ preferredWindowHeight NOTIFY preferredWindowHeightChanged)
 
 public:
@@ -27,7 +34,18 @@ public:
 
     void setSettingsVisible(bool isVisible);
 
-    /// At the surface's full width, in points.
+    /// These and the next are in points.
+    [[nodiscard]] static int surfaceWidth() { return static_cast<int>(measures.width); }
+
+    [[nodiscard]] static int advancedClosedHeight() { return measures.advancedPanel.closedHeight; }
+
+    [[nodiscard]] static int advancedOpenHeight() { return measures.advancedPanel.openHeight; }
+
+    [[nodiscard]] static int settingsClosedHeight() { return measures.settingsPanel.closedHeight; }
+
+    [[nodiscard]] static int settingsOpenHeight() { return measures.settingsPanel.openHeight; }
+
+    /// At the surface's full width.
     [[nodiscard]] int preferredWindowHeight() const;
 
 Q_SIGNALS:
@@ -37,6 +55,8 @@ Q_SIGNALS:
     void preferredWindowHeightChanged();
 
 private:
+    static constexpr WindowMeasures measures{};
+
     bool isAdvancedVisible_ = false;
     bool isSettingsVisible_ = false;
 };

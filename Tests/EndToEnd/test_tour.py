@@ -71,8 +71,10 @@ class TourTest(StageTest):
         return self.display.screen.colour(window, width // 2 + x, height // 2 + y) == NEXT_COLOUR
 
     def _is_stored(self):
-        file = self.sandbox.settings_file()
-        return file.exists() and "TAVRO.TutorialCompleted.v1=true" in file.read_text(encoding="utf-8")
+        return (
+            self.sandbox.settings_file().exists()
+            and self.sandbox.settings().get("TAVRO.TutorialCompleted.v1") is True
+        )
 
 
 if __name__ == "__main__":

@@ -42,8 +42,7 @@ class WindowTest(StageTest):
         self.assertLessEqual(window.size()[1], 1006)
 
     def test_starts_out_of_the_way_once_in_a_boot_when_it_starts_with_the_session(self):
-        with self.sandbox.settings_file().open("a", encoding="utf-8") as settings:
-            settings.write("TAVRO.LaunchAtLogin.v1=true\n")
+        self.sandbox.store(self.sandbox.settings() | {"TAVRO.LaunchAtLogin.v1": True})
         program = self.sandbox.start("tavro", [built_program("TAVRO_PROGRAM"), "--print-status"])
         found = wait_for(lambda: windows_titled(self.sandbox, TITLE), "the window")
         window = WindowProperties(self.sandbox, found[0])

@@ -1,5 +1,7 @@
 #include "UserInterface/MainWindowFixture.h"
 
+#include <map>
+#include <string>
 #include <vector>
 
 namespace tavro {
@@ -113,6 +115,18 @@ TEST_F(MainWindowTest, ATypedNumberIsTakenWithEnterAndTheKeysPlayAgain) {
     EXPECT_EQ(state().velocity, 64);
     a_.press(*window_);
     EXPECT_THAT(instrument_.takeMessages(), ElementsAre(ElementsAre(0x90, 60, 64)));
+}
+
+TEST_F(MainWindowTest, EverySliderGoesBackToTheDefaultOfItsSetting) {
+    toggleAdvanced();
+    const std::map<std::string, int> defaults{{"Octave", 0},       {"Velocity", 100},       {"Humanize", 7},
+                                              {"Strum", 0},        {"Chord Complexity", 0}, {"Note Limit", 8},
+                                              {"Melody Octave", 0}};
+    std::map<std::string, int> found;
+    for (const auto* tile : items(QStringLiteral("SliderTile"))) {
+        found[tile->property("title").toString().toStdString()] = tile->property("defaultValue").toInt();
+    }
+    EXPECT_EQ(found, defaults);
 }
 
 TEST_F(MainWindowTest, ATypedNumberOutOfRangeIsClampedWhenTheFieldIsLeft) {

@@ -152,6 +152,8 @@ TextContrasts::Text worstOf(const Seen& text, const QImage& behind) {
 } // namespace
 
 TextContrasts::TextContrasts(QQuickWindow& window) {
+    // Columns and rows place what they hold when a frame is drawn, and not before.
+    static_cast<void>(window.grabWindow());
     std::vector<QQuickItem*> order;
     addInPaintingOrder(*window.contentItem(), order);
     const auto seen = seenTexts(order);

@@ -4,6 +4,8 @@
 #include <objc/message.h>
 #include <objc/runtime.h>
 
+#include <QCoreApplication>
+
 namespace tavro::macos {
 
 namespace {
@@ -20,9 +22,13 @@ id mainApplicationService() {
     return send(serviceClass, sel_registerName("mainAppService"));
 }
 
+std::string translated(const char* text) {
+    return QCoreApplication::translate("LoginItemServiceAdapter", text).toStdString();
+}
+
 std::string descriptionOf(CFErrorRef error) {
     if (error == nullptr) {
-        return "the system gives no reason";
+        return translated(QT_TRANSLATE_NOOP("LoginItemServiceAdapter", "the system gives no reason"));
     }
     const auto* const text = CFErrorCopyDescription(error);
     std::string description(static_cast<std::size_t>(CFStringGetMaximumSizeForEncoding(
@@ -32,14 +38,16 @@ std::string descriptionOf(CFErrorRef error) {
     const bool isThere = CFStringGetCString(text, description.data(),
                                             static_cast<CFIndex>(description.size()), kCFStringEncodingUTF8);
     CFRelease(text);
-    return isThere ? description.substr(0, description.find('\0')) : "the system gives no reason";
+    return isThere ? description.substr(0, description.find('\0'))
+                   : translated(QT_TRANSLATE_NOOP("LoginItemServiceAdapter", "the system gives no reason"));
 }
 
 /// Sends a message that gives whether it worked and, if not, an error.
 std::optional<std::string> change(const char* message) {
     auto* const service = mainApplicationService();
     if (service == nullptr) {
-        return "this system has no service for login items";
+        return translated(
+            QT_TRANSLATE_NOOP("LoginItemServiceAdapter", "this system has no service for login items"));
     }
     // An NSError and a CFError are the same object. It is the autorelease pool's, not ours.
     CFErrorRef error = nullptr;

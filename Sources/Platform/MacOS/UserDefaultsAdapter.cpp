@@ -40,6 +40,9 @@ Owned cfValue(const UserDefaults::Value& value) {
     if (const auto* const text = std::get_if<std::string>(&value); text != nullptr) {
         return cfString(*text);
     }
+    if (const auto* const number = std::get_if<std::int64_t>(&value); number != nullptr) {
+        return Owned(CFNumberCreate(kCFAllocatorDefault, kCFNumberSInt64Type, number));
+    }
     const auto& bytes = std::get<UserDefaults::Data>(value).bytes;
     return Owned(CFDataCreate(kCFAllocatorDefault, bytesOf(bytes), static_cast<CFIndex>(bytes.size())));
 }
@@ -60,10 +63,11 @@ std::optional<UserDefaults::Value> valueIn(CFTypeRef object) {
         return CFBooleanGetValue(static_cast<CFBooleanRef>(object)) != 0;
     }
     if (type == CFNumberGetTypeID()) {
-        // Other tools store switches as numbers.
-        double number = 0;
-        CFNumberGetValue(static_cast<CFNumberRef>(object), kCFNumberDoubleType, &number);
-        return number != 0;
+        // A switch that another tool has stored as a number reads as a boolean all the same.
+        std::int64_t number = 0;
+        const auto isInteger =
+            CFNumberGetValue(static_cast<CFNumberRef>(object), kCFNumberSInt64Type, &number) != 0;
+        return isInteger ? std::optional<UserDefaults::Value>(number) : true;
     }
     if (type == CFStringGetTypeID()) {
         return utf8(static_cast<CFStringRef>(object));

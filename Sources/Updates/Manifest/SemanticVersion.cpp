@@ -1,36 +1,13 @@
 #include "Updates/Manifest/SemanticVersion.h"
 
-#include <algorithm>
-#include <array>
+#include "PerformanceModel/Text.h"
+
 #include <charconv>
 #include <tuple>
 
 namespace tavro {
 
 namespace {
-
-/// Everything that Unicode counts as white space or as the end of a line, in UTF-8.
-constexpr std::array<std::string_view, 25> blanks{
-    "\t",           "\n",           "\v",           "\f",           "\r",           " ",
-    "\xC2\x85",     "\xC2\xA0",     "\xE1\x9A\x80", "\xE2\x80\x80", "\xE2\x80\x81", "\xE2\x80\x82",
-    "\xE2\x80\x83", "\xE2\x80\x84", "\xE2\x80\x85", "\xE2\x80\x86", "\xE2\x80\x87", "\xE2\x80\x88",
-    "\xE2\x80\x89", "\xE2\x80\x8A", "\xE2\x80\xA8", "\xE2\x80\xA9", "\xE2\x80\xAF", "\xE2\x81\x9F",
-    "\xE3\x80\x80",
-};
-
-std::string_view trimmed(std::string_view text) {
-    const auto isFirst = [&](std::string_view blank) { return text.starts_with(blank); };
-    for (auto blank = std::ranges::find_if(blanks, isFirst); blank != blanks.end();
-         blank = std::ranges::find_if(blanks, isFirst)) {
-        text.remove_prefix(blank->size());
-    }
-    const auto isLast = [&](std::string_view blank) { return text.ends_with(blank); };
-    for (auto blank = std::ranges::find_if(blanks, isLast); blank != blanks.end();
-         blank = std::ranges::find_if(blanks, isLast)) {
-        text.remove_suffix(blank->size());
-    }
-    return text;
-}
 
 /// A whole decimal number with or without its sign.
 std::optional<std::int64_t> integer(std::string_view text) {

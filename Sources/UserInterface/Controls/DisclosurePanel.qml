@@ -9,8 +9,8 @@ Rectangle {
     property string title
     property string summary
     property bool isVisible: false
-    property int closedHeight: 44
-    property int openHeight: 148
+    property int closedHeight: 0
+    property int openHeight: 0
     default property alias content: content.data
     signal toggledTo(bool isVisible)
 

@@ -10,7 +10,6 @@ Rectangle {
     property int value: 0
     property string label
     property string suffix
-    property int fontSize: Theme.controlSize
     // Stands for 0 while the number is not being edited.
     property string zeroText
     readonly property bool isEditing: input.activeFocus
@@ -41,7 +40,7 @@ Rectangle {
         visible: !root.isEditing
         text: root.shownText
         color: Theme.text
-        font.pixelSize: root.fontSize
+        font.pixelSize: Theme.controlSize
     }
 
     // The second press of a double click too, which the field itself takes for a selection only.
@@ -64,7 +63,7 @@ Rectangle {
         color: activeFocus ? Theme.text : "transparent"
         selectionColor: Theme.raised
         selectedTextColor: Theme.text
-        font.pixelSize: root.fontSize
+        font.pixelSize: Theme.controlSize
         clip: true
         activeFocusOnPress: true
         Accessible.role: Accessible.EditableText

@@ -10,7 +10,6 @@ T.AbstractButton {
     property string label
     // The name of a drawing.
     property string symbol
-    property color symbolColor: Theme.text
 
     implicitWidth: 40
     implicitHeight: 40
@@ -28,7 +27,7 @@ T.AbstractButton {
         Symbol {
             anchors.centerIn: parent
             name: root.symbol
-            color: root.symbolColor
+            color: Theme.text
         }
     }
 

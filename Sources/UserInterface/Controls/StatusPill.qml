@@ -6,7 +6,6 @@ Rectangle {
     id: root
 
     property string text
-    property color foregroundColor: Theme.secondaryText
     property color dot: Theme.quietText
     property real maximumWidth: 400
 
@@ -37,7 +36,7 @@ Rectangle {
         text: root.text
         textFormat: Text.PlainText
         elide: Text.ElideRight
-        color: root.foregroundColor
+        color: Theme.secondaryText
         font.pixelSize: Theme.secondarySize
         Accessible.ignored: true
     }

@@ -1,3 +1,4 @@
+import json
 import os
 import pathlib
 import shutil
@@ -77,7 +78,15 @@ class Sandbox:
 
     def settings_file(self):
         """Where the program keeps its settings; there is none before it has stored one."""
-        return pathlib.Path(self.environment["XDG_CONFIG_HOME"]) / "tavro" / "tavro.ini"
+        return pathlib.Path(self.environment["XDG_CONFIG_HOME"]) / "tavro" / "tavro.json"
+
+    def settings(self):
+        """What is stored."""
+        return json.loads(self.settings_file().read_text(encoding="utf-8"))
+
+    def store(self, settings):
+        """Puts these settings in place of what is stored."""
+        self.settings_file().write_text(json.dumps(settings), encoding="utf-8")
 
     def begin_as_new_user(self):
         """Forgets the settings, so that the program greets whoever starts it."""
@@ -86,7 +95,7 @@ class Sandbox:
     def _end_the_tour(self):
         # The quick tour, which a new user is shown, would have the keys.
         self.settings_file().parent.mkdir()
-        self.settings_file().write_text("[Settings]\nTAVRO.TutorialCompleted.v1=true\n", encoding="utf-8")
+        self.store({"TAVRO.TutorialCompleted.v1": True})
 
     def _make_folder(self, name):
         folder = self.folder / name

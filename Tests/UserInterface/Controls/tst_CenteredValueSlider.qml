@@ -20,6 +20,7 @@ Item {
         label: "Strum"
         from: -50
         to: 50
+        defaultValue: 0
         value: root.number
         onChosen: value => root.number = value
     }

@@ -17,6 +17,8 @@ Item {
         width: 600
         title: "Advanced"
         summary: "All quiet"
+        closedHeight: 44
+        openHeight: 148
         onToggledTo: isVisible => root.told.push(isVisible)
 
         Rectangle {

@@ -38,6 +38,7 @@ Item {
         isCentered: true
         from: -50
         to: 50
+        defaultValue: 0
         suffix: " ms"
         value: root.number
         onChosen: value => root.number = value

@@ -1,11 +1,10 @@
 #include "Platform/Linux/Desktop/AutostartEntry.h"
 
 #include "PerformanceModel/Character.h"
-#include "Platform/Linux/Settings/TrimmedLine.h"
+#include "PerformanceModel/Text.h"
 
 #include <algorithm>
 #include <map>
-#include <stdexcept>
 
 namespace tavro::linuxos {
 
@@ -83,9 +82,9 @@ std::optional<std::map<std::string_view, std::string_view>> entryGroup(std::stri
 
 } // namespace
 
-std::string AutostartEntry::text(const std::string& program) {
+std::optional<std::string> AutostartEntry::text(const std::string& program) {
     if (!charactersOf(program)) {
-        throw std::invalid_argument("the path of the program is not UTF-8");
+        return std::nullopt;
     }
     return "[Desktop Entry]\n"
            "Type=Application\n"

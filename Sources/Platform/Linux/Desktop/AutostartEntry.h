@@ -11,9 +11,9 @@ struct AutostartEntry {
     /// The user has switched it off: the desktops' settings say so in the entry, in one of two ways.
     bool isHidden = false;
 
-    /// The text of the entry that starts this program. Throws `std::invalid_argument`, with a reason, for a
-    /// path that no entry can hold.
-    [[nodiscard]] static std::string text(const std::string& program);
+    /// The text of the entry that starts this program. Nothing for a path that no entry can hold, as it is
+    /// not UTF-8.
+    [[nodiscard]] static std::optional<std::string> text(const std::string& program);
 
     /// Nothing when the text is no entry that a desktop could start.
     [[nodiscard]] static std::optional<AutostartEntry> parse(std::string_view text);

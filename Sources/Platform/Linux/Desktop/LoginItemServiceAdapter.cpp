@@ -5,7 +5,8 @@
 #include "Platform/Posix/FileReplacement.h"
 #include "Platform/Posix/WholeFile.h"
 
-#include <stdexcept>
+#include <QCoreApplication>
+
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -13,6 +14,10 @@
 namespace tavro::linuxos {
 
 namespace {
+
+std::string translated(const char* text) {
+    return QCoreApplication::translate("LoginItemServiceAdapter", text).toStdString();
+}
 
 std::filesystem::path runningProgram() {
     std::error_code error;
@@ -52,15 +57,18 @@ LoginItemService::Status LoginItemServiceAdapter::status() const {
 
 std::optional<std::string> LoginItemServiceAdapter::registerItem() {
     if (!program_.is_absolute()) {
-        return "the system does not tell where the program is";
+        return translated(
+            QT_TRANSLATE_NOOP("LoginItemServiceAdapter", "the system does not tell where the program is"));
+    }
+    const auto text = AutostartEntry::text(program_.string());
+    if (!text) {
+        return translated(
+            QT_TRANSLATE_NOOP("LoginItemServiceAdapter", "the path of the program is not UTF-8"));
     }
     try {
-        const auto text = AutostartEntry::text(program_.string());
-        posix::FileReplacement(entry_).commit(text);
+        posix::FileReplacement(entry_).commit(*text);
         return std::nullopt;
     } catch (const std::system_error& error) {
-        return error.what();
-    } catch (const std::invalid_argument& error) {
         return error.what();
     }
 }
@@ -69,14 +77,16 @@ std::optional<std::string> LoginItemServiceAdapter::unregisterItem() {
     std::error_code error;
     // A folder of that name is not ours, whatever is in it.
     if (std::filesystem::is_directory(std::filesystem::symlink_status(entry_, error))) {
-        return entry_.string() + ": is a folder";
+        return entry_.string() + ": " +
+               translated(QT_TRANSLATE_NOOP("LoginItemServiceAdapter", "is a folder"));
     }
     std::filesystem::remove(entry_, error);
     return error ? std::optional(entry_.string() + ": " + error.message()) : std::nullopt;
 }
 
 std::string LoginItemServiceAdapter::note() const {
-    return "On this system it is an entry in your desktop's autostart folder.";
+    return translated(QT_TRANSLATE_NOOP("LoginItemServiceAdapter",
+                                        "On this system it is an entry in your desktop's autostart folder."));
 }
 
 } // namespace tavro::linuxos

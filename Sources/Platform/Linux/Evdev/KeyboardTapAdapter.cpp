@@ -3,6 +3,8 @@
 #include "Platform/Linux/Evdev/CaptureThread.h"
 #include "Platform/Linux/Evdev/DeviceAccess.h"
 
+#include <QCoreApplication>
+
 #include <system_error>
 #include <utility>
 
@@ -47,10 +49,13 @@ void KeyboardTapAdapter::dispose() {
 }
 
 std::string KeyboardTapAdapter::adviceOnTrust() const {
-    return "Global Play needs access to the input devices: install the udev rule 60-tavro-input.rules and "
-           "run "
-           "\"sudo groupadd --system tavro-input\" and \"sudo usermod -aG tavro-input $USER\". "
-           "Then log in again; never run TAVRO as root.";
+    return QCoreApplication::translate(
+               "evdev::KeyboardTapAdapter",
+               "Global Play needs access to the input devices: install the udev rule 60-tavro-input.rules "
+               "and "
+               "run \"sudo groupadd --system tavro-input\" and \"sudo usermod -aG tavro-input $USER\". "
+               "Then log in again; never run TAVRO as root.")
+        .toStdString();
 }
 
 } // namespace tavro::evdev

@@ -3,33 +3,35 @@
 #include "PlatformInterfaces/UserDefaults.h"
 
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace tavro::linuxos {
 
-/// The text of a settings file: one section, one line for each value.
+/// The text of a settings file: one JSON object, in the order of its keys.
 ///
-///     [Settings]
-///     TAVRO.LaunchAtLogin.v1=true
-///     TAVRO.SelectedPresetID.v1="default"
-///     TAVRO.GlobalPlayHotkey.v1=data "{\"key\":\"^\",\"modifiersRawValue\":0}"
+///     {
+///         "TAVRO.GlobalPlayHotkey.v1": {
+///             "data": "{\"key\":\"^\",\"modifiersRawValue\":0}"
+///         },
+///         "TAVRO.LaunchAtLogin.v1": true,
+///         "TAVRO.SelectedPresetID.v1": "default"
+///     }
 ///
-/// A text stands in quotation marks, data too, after its word. A value whose end is missing is thus never
-/// taken for a shorter one. In quotation marks \" \\ \n \r \t and \xHH (a byte) are escapes; the file is
-/// always UTF-8, since bytes that are not are written as escapes. Keys of other characters than A-Z a-z 0-9 .
-/// - _ stand in quotation marks as well. Lines that begin with ; or # are comments.
+/// Texts, booleans and integers are what JSON has for them. Data are an object with the one key "data": a
+/// text, or the bytes as an array of numbers when they are not UTF-8.
 struct SettingsText {
     std::map<std::string, UserDefaults::Value> values;
-    /// False when there was a line that could not be read; its value is missing.
+    /// False when there was something that is none of these values, or no JSON; what is missing is missing.
     bool isWhole = true;
 
-    /// Reads what can be read. The last of several values of one key counts; line ends may be those of other
-    /// systems.
+    /// Reads what can be read: where the text stops being JSON, the values before it. None of them is shorter
+    /// than it was. The last of several values of one key counts. A text without anything is whole.
     [[nodiscard]] static SettingsText parse(std::string_view text);
 
-    /// Reading it gives the same values, whatever bytes they hold.
-    [[nodiscard]] std::string format() const;
+    /// Reading it gives the same values. Nothing when a key or a text is not UTF-8.
+    [[nodiscard]] std::optional<std::string> format() const;
 };
 
 } // namespace tavro::linuxos

@@ -1,7 +1,7 @@
 #include "Platform/Linux/Settings/UserDefaultsAdapter.h"
 
 #include "Platform/Linux/Settings/ConfigFolder.h"
-#include "Platform/Linux/Settings/SettingsText.h"
+#include "Platform/Linux/Settings/IniSettings.h"
 #include "Platform/Posix/FileReplacement.h"
 #include "Platform/Posix/WholeFile.h"
 
@@ -37,9 +37,14 @@ void keepBeside(const std::filesystem::path& file, const std::string& contents) 
 
 UserDefaultsAdapter::UserDefaultsAdapter() : UserDefaultsAdapter(ConfigFolder::ofUser() / "tavro") {}
 
+SettingsText UserDefaultsAdapter::textOf(const std::optional<std::string>& contents) const {
+    return contents ? SettingsText::parse(*contents)
+                    : SettingsText{.values = IniSettings::read(folder_ / "tavro.ini")};
+}
+
 std::optional<UserDefaults::Value> UserDefaultsAdapter::value(const std::string& key) const {
     try {
-        const auto values = SettingsText::parse(posix::WholeFile::read(file_).value_or("")).values;
+        const auto values = textOf(posix::WholeFile::read(file_)).values;
         const auto found = values.find(key);
         return found == values.end() ? std::nullopt : std::optional(found->second);
     } catch (const std::system_error&) {
@@ -51,13 +56,17 @@ bool UserDefaultsAdapter::setValue(const std::string& key, const Value& value) {
     try {
         posix::FileReplacement replacement(file_);
         // Only now, when no other copy of the program writes, can its values not be lost.
-        const auto contents = posix::WholeFile::read(file_).value_or("");
-        auto settings = SettingsText::parse(contents);
-        if (!settings.isWhole) {
-            keepBeside(file_, contents);
-        }
+        const auto contents = posix::WholeFile::read(file_);
+        auto settings = textOf(contents);
         settings.values[key] = value;
-        replacement.commit(settings.format());
+        const auto text = settings.format();
+        if (!text) {
+            return false;
+        }
+        if (!settings.isWhole) {
+            keepBeside(file_, contents.value_or(""));
+        }
+        replacement.commit(*text);
         return true;
     } catch (const std::system_error&) {
         return false;
@@ -65,13 +74,13 @@ bool UserDefaultsAdapter::setValue(const std::string& key, const Value& value) {
 }
 
 std::unique_ptr<UserDefaults> UserDefaultsAdapter::suite(const std::string& name) const {
-    if (name.empty() || name.find_first_of(std::string_view("/\0", 2)) != std::string::npos) {
+    if (name.empty() || name == "tavro" ||
+        name.find_first_of(std::string_view("/\0", 2)) != std::string::npos) {
         return nullptr;
     }
-    std::unique_ptr<UserDefaultsAdapter> suite(new UserDefaultsAdapter(file_.parent_path(), name));
+    const auto file = folder_ / (name + ".ini");
     std::error_code error;
-    return suite->file_ != file_ && std::filesystem::is_regular_file(suite->file_, error) ? std::move(suite)
-                                                                                          : nullptr;
+    return std::filesystem::is_regular_file(file, error) ? std::make_unique<IniSettings>(file) : nullptr;
 }
 
 } // namespace tavro::linuxos

@@ -41,7 +41,7 @@ TEST(ConfigFolder, holdsTheUsersSettings) {
     const TemporaryFolder home;
     const EnvironmentVariable config("XDG_CONFIG_HOME", home.path().c_str());
     ASSERT_TRUE(UserDefaultsAdapter().setValue("key", true));
-    EXPECT_TRUE(std::filesystem::is_regular_file(home.path() / "tavro" / "tavro.ini"));
+    EXPECT_TRUE(std::filesystem::is_regular_file(home.path() / "tavro" / "tavro.json"));
     EXPECT_EQ(UserDefaultsAdapter().boolean("key"), true);
 }
 

@@ -13,18 +13,31 @@ public:
 
     void putInSuite(const std::string& suite, const std::string& key,
                     const UserDefaults::Value& value) override {
-        const std::ofstream file(home_.path() / (suite + ".ini"), std::ios::app);
+        std::ofstream file(home_.path() / (suite + ".ini"), std::ios::app);
         ASSERT_TRUE(file.is_open());
-        ASSERT_TRUE(defaults_.suite(suite)->setValue(key, value));
+        file << "[Settings]\n" << key << '=' << iniValue(value) << '\n';
     }
 
     void refuseWrites() override {
         // Where the new contents would be collected.
-        std::filesystem::create_directory(home_.path() / ".tavro.ini.new");
+        std::filesystem::create_directory(home_.path() / ".tavro.json.new");
         ASSERT_FALSE(defaults_.setValue("key", true));
     }
 
 private:
+    static std::string iniValue(const UserDefaults::Value& value) {
+        if (const auto* const flag = std::get_if<bool>(&value); flag != nullptr) {
+            return *flag ? "true" : "false";
+        }
+        const auto* const data = std::get_if<UserDefaults::Data>(&value);
+        std::string escaped;
+        for (const char character : data != nullptr ? data->bytes : std::get<std::string>(value)) {
+            escaped += std::string_view("\"\\").find(character) != std::string_view::npos ? "\\" : "";
+            escaped += character;
+        }
+        return (data != nullptr ? "data \"" : "\"") + escaped + '"';
+    }
+
     linuxos::TemporaryFolder home_;
     linuxos::UserDefaultsAdapter defaults_{home_.path()};
 };

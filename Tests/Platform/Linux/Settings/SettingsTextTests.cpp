@@ -6,6 +6,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,14 +18,7 @@ using Value = UserDefaults::Value;
 using Data = UserDefaults::Data;
 using Values = std::map<std::string, Value>;
 
-rc::Gen<std::string> anyBytes() {
-    // Besides whatever bytes there are, those that mean something in the file or are characters of several.
-    const auto piece = rc::gen::oneOf(
-        rc::gen::map(rc::gen::arbitrary<std::uint8_t>(),
-                     [](std::uint8_t byte) { return std::string(1, static_cast<char>(byte)); }),
-        rc::gen::element<std::string>("\"", "\\", "\n", "\r", "=", "[Settings]\n", ";", "data ", "true", " ",
-                                      "\\x", std::string(1, '\0'), "ä", "字", "🎹", "\u2028", "\xED\xA0\x80",
-                                      "\xF4\x90\x80\x80", "\xC0\x80", "\xE5\xAD"));
+rc::Gen<std::string> joined(const rc::Gen<std::string>& piece) {
     return rc::gen::map(rc::gen::container<std::vector<std::string>>(piece),
                         [](const std::vector<std::string>& pieces) {
                             std::string bytes;
@@ -35,9 +29,31 @@ rc::Gen<std::string> anyBytes() {
                         });
 }
 
+/// Those that mean something in the file or are characters of several bytes.
+rc::Gen<std::string> anyCharacter() {
+    return rc::gen::oneOf(rc::gen::map(rc::gen::inRange(0, 0x80),
+                                       [](int byte) { return std::string(1, static_cast<char>(byte)); }),
+                          rc::gen::element<std::string>("\"", "\\", "\n", "\r", ":", "{", "}", ",", "data",
+                                                        "true", " ", "\\x", std::string(1, '\0'), "ä", "字",
+                                                        "🎹", "\u2028"));
+}
+
+rc::Gen<std::string> anyText() {
+    return joined(anyCharacter());
+}
+
+rc::Gen<std::string> anyBytes() {
+    return joined(rc::gen::oneOf(
+        rc::gen::map(rc::gen::arbitrary<std::uint8_t>(),
+                     [](std::uint8_t byte) { return std::string(1, static_cast<char>(byte)); }),
+        rc::gen::element<std::string>("\xED\xA0\x80", "\xF4\x90\x80\x80", "\xC0\x80", "\xE5\xAD"),
+        anyCharacter()));
+}
+
 rc::Gen<Value> anyValue() {
     return rc::gen::oneOf(
-        rc::gen::map(anyBytes(), [](std::string text) { return Value(std::move(text)); }),
+        rc::gen::map(anyText(), [](std::string text) { return Value(std::move(text)); }),
+        rc::gen::map(rc::gen::arbitrary<std::int64_t>(), [](std::int64_t number) { return Value(number); }),
         rc::gen::map(anyBytes(), [](std::string bytes) { return Value(Data{std::move(bytes)}); }),
         rc::gen::map(rc::gen::arbitrary<bool>(), [](bool flag) { return Value(flag); }));
 }
@@ -45,38 +61,34 @@ rc::Gen<Value> anyValue() {
 SettingsText anySettings() {
     SettingsText settings;
     for (auto& [key, value] : *rc::gen::container<std::vector<std::pair<std::string, Value>>>(
-             rc::gen::pair(anyBytes(), anyValue()))) {
+             rc::gen::pair(anyText(), anyValue()))) {
         settings.values[key] = value;
     }
     return settings;
 }
 
-SettingsText parsed(const std::string& lines) {
-    return SettingsText::parse("[Settings]\n" + lines);
+void expectRead(const std::string& text, const Values& expected) {
+    const auto settings = SettingsText::parse(text);
+    EXPECT_TRUE(settings.isWhole) << text;
+    EXPECT_TRUE(settings.values == expected) << text;
 }
 
-void expectRead(const std::string& lines, const Values& expected) {
-    const auto settings = parsed(lines);
-    EXPECT_TRUE(settings.isWhole) << lines;
-    EXPECT_TRUE(settings.values == expected) << lines;
-}
-
-void expectBroken(const std::string& line) {
-    const auto settings = parsed("before=true\n" + line + "\nafter=false\n");
-    EXPECT_FALSE(settings.isWhole) << line;
-    EXPECT_TRUE(settings.values == (Values{{"before", true}, {"after", false}})) << line;
+void expectBroken(const std::string& text, const Values& expected) {
+    const auto settings = SettingsText::parse(text);
+    EXPECT_FALSE(settings.isWhole) << text;
+    EXPECT_TRUE(settings.values == expected) << text;
 }
 
 RC_GTEST_PROP(SettingsText, readsWhatItWrites, ()) {
     const auto settings = anySettings();
-    const auto read = SettingsText::parse(settings.format());
+    const auto read = SettingsText::parse(settings.format().value_or(""));
     RC_ASSERT(read.isWhole);
     RC_ASSERT(read.values == settings.values);
 }
 
 RC_GTEST_PROP(SettingsText, neverMakesAnotherValueOfATruncatedText, ()) {
     const auto settings = anySettings();
-    const auto text = settings.format();
+    const auto text = settings.format().value_or("");
     const auto read = SettingsText::parse(text.substr(0, *rc::gen::inRange<std::size_t>(0, text.size() + 1)));
     for (const auto& [key, value] : read.values) {
         RC_ASSERT(settings.values.contains(key));
@@ -85,30 +97,46 @@ RC_GTEST_PROP(SettingsText, neverMakesAnotherValueOfATruncatedText, ()) {
 }
 
 RC_GTEST_PROP(SettingsText, isAlwaysUtf8, ()) {
-    RC_ASSERT(charactersOf(anySettings().format()).has_value());
+    RC_ASSERT(charactersOf(anySettings().format().value_or("\xFF")).has_value());
 }
 
 RC_GTEST_PROP(SettingsText, readsAnythingWithoutHarm, ()) {
     const auto rest = *anyBytes();
-    const auto read = SettingsText::parse("[Settings]\nkept=true\n" + rest);
-    const auto again = SettingsText::parse(read.format());
+    const auto read = SettingsText::parse("{\"kept\":true,\"next\":false" + rest);
+    RC_ASSERT(read.values.contains("kept"));
+    const auto again = SettingsText::parse(read.format().value_or(""));
     RC_ASSERT(again.isWhole);
     RC_ASSERT(again.values == read.values);
 }
 
-TEST(SettingsText, hasOneReadableLineForEachValue) {
+TEST(SettingsText, isJsonInTheOrderOfItsKeys) {
     const SettingsText settings{.values = {{"on", true},
                                            {"off", false},
-                                           {"A.text-1_v1", "a \"b\"\n\\\t\rÄ"},
-                                           {"a key", "\x01\x7F\xFF"},
-                                           {"json", Data{R"({"key":"^"})"}}}};
-    EXPECT_EQ(settings.format(), "; Written by TAVRO, which keeps the values but not comments.\n"
-                                 "[Settings]\n"
-                                 "A.text-1_v1=\"a \\\"b\\\"\\n\\\\\\t\\rÄ\"\n"
-                                 "\"a key\"=\"\\x01\\x7f\\xff\"\n"
-                                 "json=data \"{\\\"key\\\":\\\"^\\\"}\"\n"
-                                 "off=false\n"
-                                 "on=true\n");
+                                           {"count", std::int64_t{-3}},
+                                           {"A.text", "a \"b\"\n\\\tÄ"},
+                                           {"json", Data{R"({"key":"^"})"}},
+                                           {"bytes", Data{"\x01\xFF"}}}};
+    EXPECT_EQ(settings.format(), R"({
+    "A.text": "a \"b\"\n\\\tÄ",
+    "bytes": {
+        "data": [
+            1,
+            255
+        ]
+    },
+    "count": -3,
+    "json": {
+        "data": "{\"key\":\"^\"}"
+    },
+    "off": false,
+    "on": true
+}
+)");
+}
+
+TEST(SettingsText, hasNoFormForATextOrAKeyThatIsNotUtf8) {
+    EXPECT_EQ((SettingsText{.values = {{"key", "\xFF"}}}).format(), std::nullopt);
+    EXPECT_EQ((SettingsText{.values = {{"\xED\xA0\x80", true}}}).format(), std::nullopt);
 }
 
 TEST(SettingsText, keepsAVeryLongValue) {
@@ -117,44 +145,62 @@ TEST(SettingsText, keepsAVeryLongValue) {
         longText += i % 3 == 0 ? "é" : "\"";
     }
     const SettingsText settings{.values = {{"long", longText}, {"data", Data{std::string(3'000'000, '\0')}}}};
-    EXPECT_TRUE(SettingsText::parse(settings.format()).values == settings.values);
+    EXPECT_TRUE(SettingsText::parse(settings.format().value_or("")).values == settings.values);
 }
 
 TEST(SettingsText, readsWhatAnEditorMakesOfIt) {
-    const SettingsText expected{.values = {{"a", "x"}, {"b", true}, {"c", Data{"d"}}}};
-    const auto read = SettingsText::parse("\xEF\xBB\xBF; comment\r\n# another\r\n\r\n  [Settings]\t\r\n"
-                                          "a = \"x\" \r\n\tb=true\r\n\"c\" =data   \"d\"");
-    EXPECT_TRUE(read.isWhole);
-    EXPECT_TRUE(read.values == expected.values);
+    expectRead("\xEF\xBB\xBF \r\n{ \"c\" :{\"data\":\"d\"},\r\n\t\"b\":true, \"a\":\"\\u0078\" }\r\n",
+               {{"a", "x"}, {"b", true}, {"c", Data{"d"}}});
+}
+
+TEST(SettingsText, keepsEveryInteger) {
+    constexpr auto smallest = std::numeric_limits<std::int64_t>::min();
+    constexpr auto largest = std::numeric_limits<std::int64_t>::max();
+    expectRead(R"({"a":-9223372036854775808,"b":9223372036854775807,"c":0})",
+               {{"a", smallest}, {"b", largest}, {"c", std::int64_t{0}}});
 }
 
 TEST(SettingsText, takesTheLastOfSeveralValues) {
-    expectRead("a=true\na=\"x\"\n", {{"a", "x"}});
+    expectRead(R"({"a":true,"a":"x"})", {{"a", "x"}});
 }
 
 TEST(SettingsText, isWholeWithoutAnything) {
-    EXPECT_TRUE(SettingsText::parse("").isWhole);
     expectRead("", {});
+    expectRead(" \r\n", {});
+    expectRead("{}", {});
 }
 
-TEST(SettingsText, leavesOutLinesThatCannotBeRead) {
-    for (const auto* const line :
-         {"a",         "a=",         "a=tru",       "a=True",           "a=1",
-          "a=text",    "a=\"",       "a=\"text",    "a=\"text\\\"",     "a=\"text\" more",
-          "a=\"\\q\"", "a=\"\\x4\"", "a=\"\\x4g\"", "a=\"\\xAB\"",      "a=\"\\",
-          "a=data",    "a=data \"x", "a=data x",    "a=dataless \"x\"", "=true",
-          "a b=true",  "ä=true",     "\"a=true",    "\"a\"b=true",      "'a'=true",
-          "a==true"}) {
-        expectBroken(line);
+TEST(SettingsText, leavesOutWhatIsNoValue) {
+    for (const auto* const value :
+         {"null", "1.5", "1e3", "9223372036854775808", "-9223372036854775809", "[]", "[\"data\"]", "{}",
+          R"({"data":true})", R"({"data":1})", R"({"data":[256]})", R"({"data":[-1]})", R"({"data":["a"]})",
+          R"({"data":"x","more":1})", R"({"Data":"x"})", R"({"data":{"data":"x"}})",
+          R"({"x":{"before":false}})"}) {
+        expectBroken(std::string(R"({"before":true,"a":)") + value + R"(,"after":false})",
+                     {{"before", true}, {"after", false}});
     }
-    expectBroken(std::string(1, '\0'));
 }
 
-TEST(SettingsText, readsItsOwnSectionOnly) {
-    const auto read =
-        SettingsText::parse("a=true\n[Other]\nb=true\n[Settings]\nc=true\n[settings]\nd=true\n");
-    EXPECT_FALSE(read.isWhole);
-    EXPECT_TRUE(read.values == (Values{{"c", true}}));
+TEST(SettingsText, keepsWhatStandsBeforeAFault) {
+    for (const auto* const rest : {"", ",", ",\"b\"", ",\"b\":", ",\"b\":\"x", ",\"b\":12", ",\"b\":tru",
+                                   ",\"b\":{\"data\":\"x\"", ",\"b\":{\"data\":\"x\"}"}) {
+        expectBroken(std::string(R"({"first":"text","a":true,"c":1)") + rest,
+                     std::string(rest).starts_with(",\"b\"")
+                         ? Values{{"first", "text"}, {"a", true}, {"c", std::int64_t{1}}}
+                         : Values{{"first", "text"}, {"a", true}});
+    }
+    expectBroken(R"({"a":true}})", {{"a", true}});
+    expectBroken(R"({"a":true,})", {});
+    expectBroken(std::string("{\"a\":true}\0", 11), {{"a", true}});
+    expectBroken(std::string("{\"a\":true,\"b\":\"\xFF\"}"), {{"a", true}});
+}
+
+TEST(SettingsText, isOneObject) {
+    for (const auto* const text :
+         {"true", "\"a\"", "1", "[]", "[true]", "[{\"a\":true}]", "[\"a\",true]", "nonsense"}) {
+        expectBroken(text, {});
+    }
+    expectBroken(std::string(100'000, '['), {});
 }
 
 } // namespace

@@ -42,7 +42,7 @@ TEST(SettingsWriters, loseNothingWhenTwoWriteAtOnce) {
             EXPECT_EQ(defaults.string(prefix + std::to_string(i)), std::to_string(i)) << prefix << i;
         }
     }
-    EXPECT_EQ(TemporaryFolder::namesIn(home.path()), (std::set<std::string>{"tavro.ini"}));
+    EXPECT_EQ(TemporaryFolder::namesIn(home.path()), (std::set<std::string>{"tavro.json"}));
 }
 
 TEST(SettingsWriters, areReadWholeWhileTheyWrite) {
@@ -109,9 +109,9 @@ TEST(SettingsWriters, leaveTheOldOrTheNewListWhenTheyAreKilled) {
     EXPECT_GE(killedWhileSaving, rounds / 4);
     EXPECT_GT(foundOld, 0);
     // What a killed writer leaves has one name, and the next one that saves takes it up.
-    EXPECT_EQ(names, (std::set<std::string>{".tavro.ini.new", "tavro.ini"}));
+    EXPECT_EQ(names, (std::set<std::string>{".tavro.json.new", "tavro.json"}));
     ASSERT_TRUE(defaults.setValue("afterwards", true));
-    EXPECT_EQ(TemporaryFolder::namesIn(home.path()), (std::set<std::string>{"tavro.ini"}));
+    EXPECT_EQ(TemporaryFolder::namesIn(home.path()), (std::set<std::string>{"tavro.json"}));
     EXPECT_EQ(defaults.data("list"), UserDefaults::Data{numberedList(stored)});
 }
 

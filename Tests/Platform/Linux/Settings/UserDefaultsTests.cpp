@@ -26,7 +26,7 @@ class UserDefaultsInFiles : public testing::Test {
 protected:
     TemporaryFolder home_;
     fs::path folder_ = home_.path() / "config" / "tavro";
-    fs::path file_ = folder_ / "tavro.ini";
+    fs::path file_ = folder_ / "tavro.json";
     UserDefaultsAdapter defaults_{folder_};
 
     static void write(const fs::path& file, const std::string& text) {
@@ -81,7 +81,7 @@ TEST_F(UserDefaultsInFiles, isEmptyWithoutAFileAndMakesNone) {
 TEST_F(UserDefaultsInFiles, makesTheFileForTheUserAloneAndNothingElse) {
     ASSERT_TRUE(defaults_.setValue("key", "text"));
     EXPECT_EQ(defaults_.string("key"), "text");
-    EXPECT_EQ(TemporaryFolder::namesIn(folder_), (std::set<std::string>{"tavro.ini"}));
+    EXPECT_EQ(TemporaryFolder::namesIn(folder_), (std::set<std::string>{"tavro.json"}));
     EXPECT_EQ(fs::status(file_).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     EXPECT_EQ(fs::status(folder_).permissions(), fs::perms::owner_all);
 }
@@ -90,20 +90,24 @@ TEST_F(UserDefaultsInFiles, tellsTheTypesApart) {
     ASSERT_TRUE(defaults_.setValue("data", Data{"true"}));
     ASSERT_TRUE(defaults_.setValue("text", "true"));
     ASSERT_TRUE(defaults_.setValue("flag", true));
+    ASSERT_TRUE(defaults_.setValue("number", std::int64_t{1}));
     const UserDefaultsAdapter other(folder_);
     EXPECT_EQ(other.value("data"), Value(Data{"true"}));
     EXPECT_EQ(other.value("text"), Value("true"));
     EXPECT_EQ(other.value("flag"), Value(true));
+    EXPECT_EQ(other.value("number"), Value(std::int64_t{1}));
     EXPECT_EQ(other.string("data"), std::nullopt);
     EXPECT_EQ(other.data("text"), std::nullopt);
 }
 
 RC_GTEST_FIXTURE_PROP(UserDefaultsInFiles, returnsEveryValueAsItWas, ()) {
-    const auto key = *rc::gen::arbitrary<std::string>();
     const auto bytes = *rc::gen::arbitrary<std::string>();
-    const auto value = *rc::gen::element<Value>(Data{bytes}, bytes, !bytes.empty());
-    RC_ASSERT(defaults_.setValue(key, value));
-    RC_ASSERT(defaults_.value(key) == value);
+    // One byte is always a character: those of more come from the tests of the text.
+    const auto text = *rc::gen::container<std::string>(rc::gen::inRange('\0', '\x7F'));
+    const auto number = *rc::gen::arbitrary<std::int64_t>();
+    const auto value = *rc::gen::element<Value>(Data{bytes}, text, number, !bytes.empty());
+    RC_ASSERT(defaults_.setValue(text, value));
+    RC_ASSERT(defaults_.value(text) == value);
 }
 
 TEST_F(UserDefaultsInFiles, opensASuiteThatExists) {
@@ -112,9 +116,7 @@ TEST_F(UserDefaultsInFiles, opensASuiteThatExists) {
     ASSERT_NE(defaults_.suite("other"), nullptr);
     EXPECT_EQ(defaults_.suite("other")->string("key"), "in the suite");
     EXPECT_EQ(defaults_.value("key"), std::nullopt);
-    ASSERT_TRUE(defaults_.suite("other")->setValue("key", false));
-    EXPECT_EQ(read(folder_ / "other.ini").substr(read(folder_ / "other.ini").find('[')),
-              "[Settings]\nkey=false\n");
+    EXPECT_FALSE(defaults_.suite("other")->setValue("key", false));
 }
 
 TEST_F(UserDefaultsInFiles, opensNoSuiteUnderANameThatIsNone) {
@@ -128,27 +130,57 @@ TEST_F(UserDefaultsInFiles, opensNoSuiteUnderANameThatIsNone) {
     }
 }
 
+TEST_F(UserDefaultsInFiles, takesOverTheSettingsOfAnEarlierVersionOnce) {
+    const auto earlier = folder_ / "tavro.ini";
+    const std::string text = "[Settings]\nold=\"text\"\nlist=data \"[]\"\nflag=true\nbad=\"cut o\n";
+    write(earlier, text);
+    EXPECT_EQ(defaults_.string("old"), "text");
+    EXPECT_EQ(TemporaryFolder::namesIn(folder_), (std::set<std::string>{"tavro.ini"}));
+    ASSERT_TRUE(defaults_.setValue("flag", false));
+    EXPECT_EQ(defaults_.string("old"), "text");
+    EXPECT_EQ(defaults_.data("list"), Data{"[]"});
+    EXPECT_EQ(defaults_.boolean("flag"), false);
+    write(earlier, "[Settings]\nold=\"changed\"\n");
+    EXPECT_EQ(defaults_.string("old"), "text");
+    ASSERT_TRUE(defaults_.setValue("flag", true));
+    EXPECT_EQ(read(earlier), "[Settings]\nold=\"changed\"\n");
+    EXPECT_EQ(TemporaryFolder::namesIn(folder_), (std::set<std::string>{"tavro.ini", "tavro.json"}));
+}
+
+TEST_F(UserDefaultsInFiles, storesNothingWhileThoseOfAnEarlierVersionCannotBeRead) {
+    fs::create_directories(folder_ / "tavro.ini");
+    EXPECT_EQ(defaults_.value("key"), std::nullopt);
+    EXPECT_FALSE(defaults_.setValue("key", true));
+    EXPECT_EQ(TemporaryFolder::namesIn(folder_), (std::set<std::string>{"tavro.ini"}));
+}
+
+TEST_F(UserDefaultsInFiles, refusesATextThatIsNotUtf8) {
+    ASSERT_TRUE(defaults_.setValue("key", "old"));
+    EXPECT_FALSE(defaults_.setValue("key", "\xFF"));
+    EXPECT_EQ(defaults_.string("key"), "old");
+}
+
 TEST_F(UserDefaultsInFiles, keepsALinkALink) {
-    const auto target = home_.path() / "dotfiles" / "settings.ini";
-    write(target, "[Settings]\nold=true\n");
+    const auto target = home_.path() / "dotfiles" / "settings.json";
+    write(target, R"({"old":true})");
     fs::create_directories(folder_);
-    fs::create_symlink("../../dotfiles/settings.ini", file_);
+    fs::create_symlink("../../dotfiles/settings.json", file_);
     ASSERT_TRUE(defaults_.setValue("new", true));
     EXPECT_TRUE(fs::is_symlink(file_));
     EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(target)));
     EXPECT_EQ(defaults_.boolean("old"), true);
     EXPECT_EQ(UserDefaultsAdapter(folder_).boolean("new"), true);
-    EXPECT_EQ(TemporaryFolder::namesIn(target.parent_path()), (std::set<std::string>{"settings.ini"}));
+    EXPECT_EQ(TemporaryFolder::namesIn(target.parent_path()), (std::set<std::string>{"settings.json"}));
 }
 
 TEST_F(UserDefaultsInFiles, fillsADanglingLinkAndRefusesACircularOne) {
     fs::create_directories(folder_);
-    fs::create_symlink("elsewhere.ini", file_);
+    fs::create_symlink("elsewhere.json", file_);
     ASSERT_TRUE(defaults_.setValue("key", true));
     EXPECT_TRUE(fs::is_symlink(file_));
-    EXPECT_TRUE(fs::exists(folder_ / "elsewhere.ini"));
-    fs::remove(folder_ / "elsewhere.ini");
-    fs::create_symlink("tavro.ini", folder_ / "elsewhere.ini");
+    EXPECT_TRUE(fs::exists(folder_ / "elsewhere.json"));
+    fs::remove(folder_ / "elsewhere.json");
+    fs::create_symlink("tavro.json", folder_ / "elsewhere.json");
     EXPECT_FALSE(defaults_.setValue("key", true));
     EXPECT_EQ(defaults_.value("key"), std::nullopt);
 }
@@ -164,8 +196,8 @@ TEST_F(UserDefaultsInFiles, keepsWhatAnotherCopyHasWrittenMeanwhile) {
 
 TEST_F(UserDefaultsInFiles, takesUpTheFileOfAKilledWriter) {
     ASSERT_TRUE(defaults_.setValue("key", "old"));
-    const auto left = folder_ / ".tavro.ini.new";
-    write(left, std::string(100'000, ';') + "\nstray=true\nbroken");
+    const auto left = folder_ / ".tavro.json.new";
+    write(left, std::string(100'000, ' ') + R"({"stray":true,"broken)");
     fs::permissions(left, fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read);
     EXPECT_EQ(defaults_.string("key"), "old");
     ASSERT_TRUE(defaults_.setValue("another", true));
@@ -173,21 +205,21 @@ TEST_F(UserDefaultsInFiles, takesUpTheFileOfAKilledWriter) {
     EXPECT_EQ(defaults_.value("stray"), std::nullopt);
     EXPECT_EQ(fs::status(file_).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     ASSERT_TRUE(defaults_.setValue("another", false));
-    EXPECT_EQ(TemporaryFolder::namesIn(folder_), (std::set<std::string>{"tavro.ini"}));
+    EXPECT_EQ(TemporaryFolder::namesIn(folder_), (std::set<std::string>{"tavro.json"}));
 }
 
 TEST_F(UserDefaultsInFiles, keepsABrokenFileBesideBeforeTheFirstWrite) {
-    const std::string broken = "[Settings]\ngood=true\nbad=\"cut o";
+    const std::string broken = R"({"good":true,"bad":"cut o)";
     write(file_, broken);
     EXPECT_EQ(defaults_.value("bad"), std::nullopt);
     EXPECT_EQ(defaults_.boolean("good"), true);
-    EXPECT_EQ(TemporaryFolder::namesIn(folder_), (std::set<std::string>{"tavro.ini"}));
+    EXPECT_EQ(TemporaryFolder::namesIn(folder_), (std::set<std::string>{"tavro.json"}));
     ASSERT_TRUE(defaults_.setValue("new", true));
-    EXPECT_EQ(read(folder_ / "tavro.ini.broken"), broken);
+    EXPECT_EQ(read(folder_ / "tavro.json.broken"), broken);
     EXPECT_EQ(defaults_.boolean("good"), true);
     EXPECT_EQ(defaults_.boolean("new"), true);
     ASSERT_TRUE(defaults_.setValue("newer", true));
-    EXPECT_EQ(TemporaryFolder::namesIn(folder_), (std::set<std::string>{"tavro.ini", "tavro.ini.broken"}));
+    EXPECT_EQ(TemporaryFolder::namesIn(folder_), (std::set<std::string>{"tavro.json", "tavro.json.broken"}));
 }
 
 TEST_F(UserDefaultsInFiles, keepsEveryBrokenFileOnce) {
@@ -195,15 +227,15 @@ TEST_F(UserDefaultsInFiles, keepsEveryBrokenFileOnce) {
         write(file_, broken);
         ASSERT_TRUE(defaults_.setValue("key", true));
     }
-    EXPECT_EQ(read(folder_ / "tavro.ini.broken"), "first");
-    EXPECT_EQ(read(folder_ / "tavro.ini.broken-2"), "second");
-    EXPECT_EQ(read(folder_ / "tavro.ini.broken-3"), "third");
+    EXPECT_EQ(read(folder_ / "tavro.json.broken"), "first");
+    EXPECT_EQ(read(folder_ / "tavro.json.broken-2"), "second");
+    EXPECT_EQ(read(folder_ / "tavro.json.broken-3"), "third");
     EXPECT_EQ(TemporaryFolder::namesIn(folder_).size(), 4U);
 }
 
 TEST_F(UserDefaultsInFiles, writesNothingWhenTheBrokenFileCannotBeKept) {
     write(file_, "broken");
-    fs::create_directory(folder_ / ".tavro.ini.broken.new");
+    fs::create_directory(folder_ / ".tavro.json.broken.new");
     EXPECT_FALSE(defaults_.setValue("key", true));
     EXPECT_EQ(read(file_), "broken");
 }
@@ -218,7 +250,7 @@ TEST_F(UserDefaultsInFiles, readsAndReplacesNothingThatIsNoFile) {
     EXPECT_EQ(defaults_.value("key"), std::nullopt);
     EXPECT_FALSE(defaults_.setValue("key", true));
     EXPECT_TRUE(fs::is_fifo(file_));
-    EXPECT_EQ(TemporaryFolder::namesIn(folder_), (std::set<std::string>{"tavro.ini"}));
+    EXPECT_EQ(TemporaryFolder::namesIn(folder_), (std::set<std::string>{"tavro.json"}));
 }
 
 TEST_F(UserDefaultsInFiles, refusesWhenTheFolderIsAFile) {
@@ -244,7 +276,7 @@ TEST_F(UserDefaultsInFiles, keepsTheOldFileInAClosedFolder) {
     EXPECT_FALSE(inAnotherProcess(becomeTheOrdinaryUser, [&] { return defaults_.setValue("key", "new"); }));
     fs::permissions(folder_, fs::perms::owner_all);
     EXPECT_EQ(defaults_.string("key"), "old");
-    EXPECT_EQ(TemporaryFolder::namesIn(folder_), (std::set<std::string>{"tavro.ini"}));
+    EXPECT_EQ(TemporaryFolder::namesIn(folder_), (std::set<std::string>{"tavro.json"}));
 }
 
 TEST_F(UserDefaultsInFiles, leavesAFileAloneThatTheUserHasClosed) {
@@ -280,7 +312,7 @@ TEST_F(UserDefaultsInFiles, keepsTheOldFileWhenThereIsNoRoomForTheNewOne) {
     EXPECT_FALSE(inAnotherProcess(allowLittleRoom,
                                   [&] { return defaults_.setValue("much", std::string(100'000, 'm')); }));
     EXPECT_EQ(read(file_), withLittle);
-    EXPECT_EQ(TemporaryFolder::namesIn(folder_), (std::set<std::string>{"tavro.ini"}));
+    EXPECT_EQ(TemporaryFolder::namesIn(folder_), (std::set<std::string>{"tavro.json"}));
 }
 
 } // namespace

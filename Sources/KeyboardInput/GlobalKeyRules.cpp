@@ -75,7 +75,11 @@ GlobalKeyRules::Decision GlobalKeyRules::decideKeyUp(const KeyboardTap::Event& e
         }
         decision.action = Action::keyUp;
         decision.character = held->character.value_or(noKey);
-    } else if (decision.verdict == Verdict::swallow) {
+        return decision;
+    }
+    // Its press may be on its way to a window, which will then not be told.
+    keys->releaseAhead(event.keyCode, event.time);
+    if (decision.verdict == Verdict::swallow) {
         decision.action = Action::keyUp;
         decision.character = playedCharacter(event).value_or(noKey);
     }

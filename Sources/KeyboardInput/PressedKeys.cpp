@@ -9,8 +9,8 @@ bool isLater(std::uint32_t time, std::uint32_t other) {
     return static_cast<std::int32_t>(time - other) > 0;
 }
 
-/// More than any hand has on their way at a time.
-constexpr std::size_t mostReleasesAhead = 16;
+/// More than any finger has on their way at a time.
+constexpr std::size_t mostReleasesAhead = 8;
 
 } // namespace
 
@@ -111,6 +111,9 @@ PressedKeys::Release PressedKeys::end(std::map<std::int64_t, Entry>::iterator en
 }
 
 void PressedKeys::releaseAhead(std::int64_t keyCode, std::uint32_t time) {
+    if (time == 0) {
+        return;
+    }
     const std::scoped_lock lock(mutex_);
     auto& times = releasedAhead_[keyCode];
     times.push_back(time);

@@ -84,7 +84,8 @@ public:
     /// has told the windows' thread meanwhile.
     std::optional<Character> finish(std::int64_t keyCode);
 
-    /// A key whose press is still on its way through the toolkit is up already; nobody else will tell.
+    /// A key whose press is still on its way to a window or through the toolkit is up already; nobody else will
+    /// tell. Nothing where there is no clock: the time is 0.
     void releaseAhead(std::int64_t keyCode, std::uint32_t time);
 
     /// Whether the press that was made at this time was followed by a release that was told ahead of it; once

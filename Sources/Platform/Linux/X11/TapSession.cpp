@@ -155,6 +155,7 @@ void TapSession::take(const GrabbedPress& press) {
         // Before the answer, which depends on it; the note is on its way by then.
         verdict = client_.handle(event);
     }
+    passedKeys_.set(press.key, verdict == KeyboardTap::Verdict::pass);
     if (verdict == KeyboardTap::Verdict::swallow) {
         handledKeys_.set(press.key);
         // The keys behind this one wait until the answer, so they follow what this one has changed. Any press
@@ -188,8 +189,9 @@ void TapSession::answer(const GrabbedPress& press, KeyboardTap::Verdict verdict)
 void TapSession::tellRelease(std::uint8_t key, std::uint32_t time) {
     heldKeys_.reset(key);
     suspects_.reset(key);
-    const auto isKnown = handledKeys_.test(key);
+    const auto isKnown = handledKeys_.test(key) || passedKeys_.test(key);
     handledKeys_.reset(key);
+    passedKeys_.reset(key);
     // A key that is wanted now may have been pressed when it was not, with the program itself in front.
     if (isOn_ && keys_.test(key) && (isKnown || wanted_.containsAnyOf(key))) {
         auto event = PressTable::press(key, modifierMap_.modifiersOfHeldKeys(heldKeys_));
@@ -217,6 +219,7 @@ void TapSession::letGo() {
     playingKeys_.reset();
     sample_ = {};
     handledKeys_.reset();
+    passedKeys_.reset();
     suspects_.reset();
     // Nothing is caught any more, but a press may have been just before; it is the front application's.
     connection_.synchronize();

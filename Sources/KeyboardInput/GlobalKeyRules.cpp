@@ -49,8 +49,14 @@ GlobalKeyRules::Decision GlobalKeyRules::decideKeyDown(const KeyboardTap::Event&
         return decision;
     }
     // A repeat of a key that went down before it was ours starts nothing either.
-    if (event.isAutorepeat || isHeld(event.keyCode)) {
+    if (event.isAutorepeat) {
         return decision;
+    }
+    if (isHeld(event.keyCode)) {
+        if (!keys->releaseByNextPress(event.keyCode, event.time)) {
+            return decision;
+        }
+        decision.isOfWindow = true;
     }
     decision.action = Action::keyDown;
     decision.character = playedCharacter(event).value_or(noKey);
@@ -78,7 +84,9 @@ GlobalKeyRules::Decision GlobalKeyRules::decideKeyUp(const KeyboardTap::Event& e
         return decision;
     }
     // Its press may be on its way to a window, which will then not be told.
-    keys->releaseAhead(event.keyCode, event.time);
+    if (isApplicationActive || decision.verdict == Verdict::swallow) {
+        keys->releaseAhead(event.keyCode, event.time);
+    }
     if (decision.verdict == Verdict::swallow) {
         decision.action = Action::keyUp;
         decision.character = playedCharacter(event).value_or(noKey);

@@ -31,7 +31,8 @@ public:
         Action action = Action::none;
         /// The key that goes down or up; the NUL character for one that has played nothing.
         Character character = noKey;
-        /// It was a window's: it is up, and what it plays is to be asked of `PressedKeys::finish`.
+        /// It was a window's: it is up, or was before it went down again, and what it plays is to be asked of
+        /// `PressedKeys::finish`.
         bool isOfWindow = false;
 
         friend bool operator==(const Decision&, const Decision&) = default;

@@ -25,8 +25,10 @@ std::optional<PressedKeys::Held> PressedKeys::find(std::int64_t keyCode) const {
     if (found == entries_.end()) {
         return std::nullopt;
     }
-    return Held{
-        .serial = found->second.serial, .road = found->second.road, .character = found->second.character};
+    return Held{.serial = found->second.serial,
+                .road = found->second.road,
+                .character = found->second.character,
+                .time = found->second.time};
 }
 
 PressedKeys::Serial PressedKeys::press(const Press& press) {
@@ -69,6 +71,11 @@ bool PressedKeys::releaseLater(std::int64_t keyCode, std::uint32_t time) {
     }
     unfinished_.insert_or_assign(keyCode, end(found, Witness::tap, time).character);
     return true;
+}
+
+bool PressedKeys::releaseByNextPress(std::int64_t keyCode, std::uint32_t time) {
+    const auto held = find(keyCode);
+    return held && held->time != 0 && time != 0 && releaseLater(keyCode, time);
 }
 
 std::optional<Character> PressedKeys::finish(std::int64_t keyCode) {

@@ -57,6 +57,7 @@ public:
         Serial serial = 0;
         Road road = Road::window;
         std::optional<Character> character;
+        std::uint32_t time = 0;
     };
 
     [[nodiscard]] bool isDown(std::int64_t keyCode) const;
@@ -80,12 +81,16 @@ public:
     /// for a key that is not a window's, and for what is told so late that it has been pressed again.
     bool releaseLater(std::int64_t keyCode, std::uint32_t time);
 
+    /// The same by a press that the tap saw later than the one that is down: in between the key went up.
+    /// False where there is no clock, since it may be the same press.
+    bool releaseByNextPress(std::int64_t keyCode, std::uint32_t time);
+
     /// What is still to be ended of a key that the tap saw going up; once, and nothing when another witness
     /// has told the windows' thread meanwhile.
     std::optional<Character> finish(std::int64_t keyCode);
 
-    /// A key whose press is still on its way to a window or through the toolkit is up already; nobody else will
-    /// tell. Nothing where there is no clock: the time is 0.
+    /// A key whose press is still on its way to a window or through the toolkit is up already; nobody else
+    /// will tell. Nothing where there is no clock: the time is 0.
     void releaseAhead(std::int64_t keyCode, std::uint32_t time);
 
     /// Whether the press that was made at this time was followed by a release that was told ahead of it; once

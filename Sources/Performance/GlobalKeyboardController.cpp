@@ -156,6 +156,9 @@ KeyboardTap::Verdict GlobalKeyboardController::handle(const KeyboardTap::Event& 
         });
         break;
     case GlobalKeyRules::Action::keyDown:
+        if (decision.isOfWindow) {
+            postKeyUp(event.keyCode, decision);
+        }
         postKeyDown(event.keyCode, decision.character, turn);
         break;
     case GlobalKeyRules::Action::keyUp:

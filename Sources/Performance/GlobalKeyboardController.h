@@ -74,6 +74,9 @@ public:
     void setEnabled(bool isEnabled);
 
     KeyboardTap::Verdict handle(const KeyboardTap::Event& event) override;
+
+    [[nodiscard]] bool isDown(std::int64_t keyCode) const override { return keys_->isDown(keyCode); }
+
     [[nodiscard]] KeyboardTap::Verdict verdict(const KeyboardTap::Event& event) const override;
     void reportTaken(std::vector<KeyboardTap::Event> presses) override;
     void tapEnded(KeyboardTap::End end) override;

@@ -63,6 +63,9 @@ public:
         /// What `handle` would answer now, without acting.
         [[nodiscard]] virtual Verdict verdict(const Event& event) const = 0;
 
+        /// Whether the client waits for the key's release although its press came in another way.
+        [[nodiscard]] virtual bool isDown(std::int64_t /*keyCode*/) const { return false; }
+
         /// The presses, of those that `verdict` wants swallowed, that another program has reserved for
         /// itself, so that the tap does not get them; empty when it gets all. Replaces what was told before.
         virtual void reportTaken(std::vector<Event> presses) = 0;

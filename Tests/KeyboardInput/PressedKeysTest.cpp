@@ -86,6 +86,18 @@ TEST_F(PressedKeysTest, AWindowsKeyThatTheTapSeesGoingUpIsUpAtOnceAndEndedOnce) 
     EXPECT_TRUE(keys.isDown(keyA));
 }
 
+TEST_F(PressedKeysTest, ALaterPressTellsThatTheKeyWentUpInBetween) {
+    press(Road::window, 10);
+    EXPECT_FALSE(keys.releaseByNextPress(keyA, 10));
+    EXPECT_FALSE(keys.releaseByNextPress(keyA, 0));
+    EXPECT_TRUE(keys.releaseByNextPress(keyA, 11));
+    EXPECT_EQ(keys.finish(keyA), U'a');
+    press(Road::window, 0);
+    EXPECT_FALSE(keys.releaseByNextPress(keyA, 11));
+    press(Road::tap, 10);
+    EXPECT_FALSE(keys.releaseByNextPress(keyA, 11));
+}
+
 TEST_F(PressedKeysTest, WhatIsUnfinishedIsEndedByTheFirstWhoTellsTheWindowsThread) {
     for (const auto witness : {Witness::window, Witness::windowSystem}) {
         press(Road::window);
@@ -211,6 +223,21 @@ TEST_F(SharedKeys, AKeyPressedAgainInTheWindowEndsFirstWhatTheTapSawGoingUp) {
     window.consumes(press(keyA));
     EXPECT_THAT(window.calls, ElementsAre("down a", "up a", "down a"));
     EXPECT_EQ(window.router.keys->finish(keyA), std::nullopt);
+}
+
+TEST_F(SharedKeys, ALaterPressIsNewForTheTapAlthoughTheWindowHasNotHeardOfTheRelease) {
+    auto first = press(keyA);
+    first.time = 10;
+    window.consumes(first);
+    auto next = tapped(KeyboardTap::Event::Type::keyDown, keyA);
+    next.time = 20;
+    auto again = next;
+    again.isAutorepeat = true;
+    EXPECT_EQ(rules.decide(again).action, GlobalKeyRules::Action::none);
+    const auto decision = rules.decide(next);
+    EXPECT_EQ(decision.action, GlobalKeyRules::Action::keyDown);
+    EXPECT_TRUE(decision.isOfWindow);
+    EXPECT_EQ(window.router.keys->finish(keyA), U'a');
 }
 
 TEST_F(SharedKeys, AKeyThatTheWindowOnlyKnowsToBeDownIsTheTaps) {

@@ -192,9 +192,14 @@ void TapSession::tellRelease(std::uint8_t key, std::uint32_t time) {
     const auto isKnown = handledKeys_.test(key) || passedKeys_.test(key);
     handledKeys_.reset(key);
     passedKeys_.reset(key);
-    // A key that is wanted now may have been pressed when it was not, with the program itself in front.
-    if (isOn_ && keys_.test(key) && (isKnown || wanted_.containsAnyOf(key))) {
-        auto event = PressTable::press(key, modifierMap_.modifiersOfHeldKeys(heldKeys_));
+    if (!isOn_ || !keys_.test(key)) {
+        return;
+    }
+    auto event = PressTable::press(key, modifierMap_.modifiersOfHeldKeys(heldKeys_));
+    // A key that is wanted now may have been pressed when it was not, with the program itself in front. And
+    // one that the window plays is to be free for its next press, which may be caught before the window hears
+    // of this.
+    if (isKnown || wanted_.containsAnyOf(key) || client_.isDown(event.keyCode)) {
         event.type = KeyboardTap::Event::Type::keyUp;
         event.time = time;
         client_.handle(event);

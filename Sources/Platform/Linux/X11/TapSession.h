@@ -70,8 +70,8 @@ private:
     KeySet heldKeys_;
     /// The keys whose press the client has had and whose release it has not.
     KeySet handledKeys_;
-    /// The keys whose press came here and was handed on, perhaps to a window of this program: while it waited for
-    /// the answer, the key may have gone up.
+    /// The keys whose press came here and was handed on, perhaps to a window of this program: while it waited
+    /// for the answer, the key may have gone up.
     KeySet passedKeys_;
     /// Of those, the ones that were up when the server was asked.
     KeySet suspects_;

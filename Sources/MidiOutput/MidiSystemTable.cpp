@@ -8,7 +8,7 @@ namespace tavro {
 MidiSystemTable::Entry MidiSystemTable::Entry::tried(QString name, Maker make) {
     return {.name = std::move(name),
             .available = [make](MainActor& mainActor) { return trial(*make(mainActor)); },
-            .make = make};
+            .make = std::move(make)};
 }
 
 std::int32_t MidiSystemTable::trial(MidiSystem& system) {

@@ -19,7 +19,7 @@ WORDS = {
         "unknown": "E: Unable to locate package {}",
         "absent": "dpkg-query: no packages found matching {}",
         "lock": "E: Could not open lock file /var/lib/dpkg/lock-frontend - open (13: Permission denied)",
-        "fetch": "E: Failed to fetch http://deb.debian.org/debian/dists/bookworm/InRelease",
+        "fetch": "E: Failed to fetch http://archive.example/debian/dists/bookworm/InRelease",
         "plan": (
             "The following NEW packages will be installed:\n  {names}\n"
             "0 upgraded, {count} newly installed, 0 to remove and 0 not upgraded.\n"
@@ -40,7 +40,7 @@ WORDS = {
             "E: Sperrdatei /var/lib/dpkg/lock-frontend konnte nicht geöffnet werden. - open (13: Keine Berechtigung)"
         ),
         "fetch": (
-            "E: Fehlschlag beim Holen von http://deb.debian.org/debian/dists/bookworm/InRelease"
+            "E: Fehlschlag beim Holen von http://archive.example/debian/dists/bookworm/InRelease"
         ),
         "plan": (
             "Die folgenden NEUEN Pakete werden installiert:\n  {names}\n"
@@ -121,7 +121,7 @@ class Answers:
             print(f"  {self.words['installed']}{there}\n  {self.words['candidate']}{version}")
             print(f"  {self.words['versions']}")
             for number in range(self.machine["versions"]):
-                print(f"     1.0-{number} 500\n        500 http://deb.debian.org/debian bookworm/main Packages")
+                print(f"     1.0-{number} 500\n        500 http://archive.example/debian bookworm/main Packages")
 
     def apt_mark(self, arguments):
         assert arguments[0] == "showauto", arguments

@@ -287,7 +287,7 @@ class FreshTest(PackagesTest):
         for path in ("test", "Tests/Fresh/fresh.sh"):
             (machine.folder / path).parent.mkdir(parents=True, exist_ok=True)
             shutil.copy(PROJECT / path, machine.folder / path)
-        (machine.folder / "sources").write_text("deb http://deb.debian.org/debian bookworm main\n")
+        (machine.folder / "sources").write_text("deb http://archive.example/debian bookworm main\n")
         machine.add_program("git", '#!/bin/sh\ncase "$*" in *rev-parse*) echo 0123abcd ;; esac\n')
         # Whatever would be done in namespaces of its own needs the archive first.
         machine.add_program("unshare", f'#!/bin/sh\ncase "$*" in *mmdebstrap*) {archive} ;; esac\n')

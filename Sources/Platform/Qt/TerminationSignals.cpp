@@ -16,8 +16,10 @@ constexpr std::array terminatingSignals{SIGTERM, SIGINT, SIGHUP};
 
 /// A signal handler may do little more than write to a pipe, and can find it in no other way.
 std::array<int, 2> pipeEnds{-1, -1};
+volatile std::sig_atomic_t hasComeIn = 0;
 
 void writeToPipe(int /*signal*/) {
+    hasComeIn = 1;
     const auto interruptedError = errno;
     const char wake = 1;
     // A full pipe has been written to already: the call is on its way.
@@ -50,12 +52,15 @@ TerminationSignals::TerminationSignals(std::function<void()> onTermination) {
                          notifier->setEnabled(false);
                          action();
                      });
+    hasComeIn = 0;
     setHandlers(&writeToPipe);
 }
 
 TerminationSignals::~TerminationSignals() {
     if (notifier_) {
-        setHandlers(SIG_DFL);
+        // What is still to be done at the end, as closing the MIDI port in order, is not cut off by the
+        // second of two signals.
+        setHandlers(hasComeIn != 0 ? SIG_IGN : SIG_DFL);
         notifier_.reset();
         close(pipeEnds[0]);
         close(pipeEnds[1]);

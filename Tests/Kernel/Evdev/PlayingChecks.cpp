@@ -139,6 +139,8 @@ void hotkeyIsHeardWhileNothingIsGrabbed() {
     expect(stage.client.isPlaying(), "the hotkey does not toggle");
     stage.keyboard.tap(KEY_A);
     stage.keyboard.tap(ScriptedClient::hotkey);
+    // A client tells the tap that it plays no more after it has heard why.
+    stage.settle();
     stage.tap.updateVerdicts();
     stage.waitUntilFree(stage.keyboard);
     stage.keyboard.tap(KEY_A);

@@ -10,8 +10,9 @@
 
 namespace tavro::evdev {
 
-KeyboardTapAdapter::KeyboardTapAdapter(std::string inputFolder, std::string uinputPath)
-    : inputFolder_(std::move(inputFolder)), uinputPath_(std::move(uinputPath)) {}
+KeyboardTapAdapter::KeyboardTapAdapter(std::string inputFolder, std::string uinputPath,
+                                       guard::GuardProcess* guard)
+    : inputFolder_(std::move(inputFolder)), uinputPath_(std::move(uinputPath)), guard_(guard) {}
 
 KeyboardTapAdapter::~KeyboardTapAdapter() = default;
 
@@ -25,7 +26,7 @@ bool KeyboardTapAdapter::create(Client& client) {
         return false;
     }
     try {
-        thread_ = std::make_unique<CaptureThread>(client, inputFolder_, uinputPath_);
+        thread_ = std::make_unique<CaptureThread>(client, inputFolder_, uinputPath_, guard_);
     } catch (const std::system_error&) {
         return false;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/Guard/GuardProcess.h"
 #include "PlatformInterfaces/KeyboardTap.h"
 
 #include <memory>
@@ -16,8 +17,9 @@ class CaptureThread;
 /// the client hears of the keys all the same. The client is called on a thread of the tap's own.
 class KeyboardTapAdapter : public KeyboardTap {
 public:
+    /// The guard outlives this. Without one, a program that is stopped or hangs keeps the keyboards.
     explicit KeyboardTapAdapter(std::string inputFolder = "/dev/input",
-                                std::string uinputPath = "/dev/uinput");
+                                std::string uinputPath = "/dev/uinput", guard::GuardProcess* guard = nullptr);
     ~KeyboardTapAdapter() override;
 
     /// The system has nothing to ask the user with, so that `prompts` changes nothing.
@@ -31,6 +33,7 @@ public:
 private:
     const std::string inputFolder_;
     const std::string uinputPath_;
+    guard::GuardProcess* guard_;
     std::unique_ptr<CaptureThread> thread_;
 };
 

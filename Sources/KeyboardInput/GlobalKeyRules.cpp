@@ -29,7 +29,7 @@ GlobalKeyRules::Decision GlobalKeyRules::decide(const KeyboardTap::Event& event)
 
 KeyboardTap::Verdict GlobalKeyRules::verdict(const KeyboardTap::Event& event) const {
     const bool isKey = event.type == Type::keyDown || event.type == Type::keyUp;
-    if (!isKey || isApplicationActive) {
+    if (!isKey || isApplicationActive || isPaused) {
         return Verdict::pass;
     }
     const bool isHotkey = event.type == Type::keyDown && matchesToggleHotkey(event.keyCode, event.modifiers);

@@ -42,6 +42,9 @@ public:
     ToggleHotkey hotkey;
     /// While the program itself is in front its window takes the keys, and the tap none.
     bool isApplicationActive = false;
+    /// While the capture is paused every key is everybody's, the hotkey too. Releases still end what was
+    /// played.
+    bool isPaused = false;
     /// Which keys are down, shared with the other roads on which keys come in. Never null.
     std::shared_ptr<PressedKeys> keys = std::make_shared<PressedKeys>();
 

@@ -72,7 +72,9 @@ void GlobalKeyboardController::start() {
         return;
     }
     hasTap_ = true;
-    tap_.enable(true);
+    if (!isPaused()) {
+        tap_.enable(true);
+    }
     lacksTrust_ = false;
     isAvailable_ = true;
     showStatus(tr("Global Play ready"));
@@ -90,8 +92,9 @@ void GlobalKeyboardController::stop() {
     }
     taken_.clear();
     lacksTrust_ = false;
-    keys_->setWatching(PressedKeys::Witness::tap, false);
-    if (std::exchange(isEnabled_, false)) {
+    const bool wasEnabled = std::exchange(isEnabled_, false);
+    updateWatching();
+    if (wasEnabled) {
         Q_EMIT isEnabledChanged();
     }
     isAvailable_ = false;
@@ -120,12 +123,57 @@ void GlobalKeyboardController::showEnabled(bool isEnabled, Turn turn) {
     if (isEnabled_ && !isEnabled && onPanic) {
         onPanic();
     }
-    keys_->setWatching(PressedKeys::Witness::tap, isEnabled);
-    if (std::exchange(isEnabled_, isEnabled) != isEnabled) {
+    const bool wasEnabled = std::exchange(isEnabled_, isEnabled);
+    updateWatching();
+    if (wasEnabled != isEnabled) {
         Q_EMIT isEnabledChanged();
     }
     tap_.updateVerdicts();
     showStatus(isEnabled ? tr("Global Play on") : tr("Global Play ready"));
+}
+
+void GlobalKeyboardController::pause(Pause reason) {
+    const bool isFirst = pauses_.empty();
+    pauses_.insert(reason);
+    if (isFirst) {
+        bool isEnabled = false;
+        Turn turn = 0;
+        {
+            const std::scoped_lock lock(mutex_);
+            rules_.isPaused = true;
+            rules_.forgetPressedKeys();
+            // A hotkey that is on its way counts; a key that is comes too late.
+            isEnabled = rules_.isEnabled();
+            turn = ++turn_;
+        }
+        if (hasTap_) {
+            tap_.enable(false);
+            if (isEnabled_ && isEnabled && onPanic) {
+                onPanic();
+            }
+            showEnabled(isEnabled, turn);
+        }
+    }
+    updateStatusText();
+}
+
+void GlobalKeyboardController::resume(Pause reason) {
+    if (pauses_.erase(reason) > 0 && pauses_.empty()) {
+        {
+            const std::scoped_lock lock(mutex_);
+            rules_.isPaused = false;
+            rules_.forgetPressedKeys();
+        }
+        updateWatching();
+        if (hasTap_) {
+            tap_.enable(true);
+        }
+    }
+    updateStatusText();
+}
+
+void GlobalKeyboardController::updateWatching() {
+    keys_->setWatching(PressedKeys::Witness::tap, isEnabled_ && !isPaused());
 }
 
 KeyboardTap::Verdict GlobalKeyboardController::handle(const KeyboardTap::Event& event) {
@@ -143,7 +191,7 @@ KeyboardTap::Verdict GlobalKeyboardController::handle(const KeyboardTap::Event& 
         break;
     case GlobalKeyRules::Action::enableTap:
         post([this] {
-            if (hasTap_) {
+            if (hasTap_ && !isPaused()) {
                 tap_.enable(true);
             }
         });
@@ -239,7 +287,9 @@ bool GlobalKeyboardController::makeAnew() {
     if (!tap_.isTrusted(false) || !tap_.create(*this)) {
         return false;
     }
-    tap_.enable(true);
+    if (!isPaused()) {
+        tap_.enable(true);
+    }
     return true;
 }
 
@@ -286,12 +336,21 @@ void GlobalKeyboardController::showStatus(const QString& text) {
 }
 
 void GlobalKeyboardController::updateStatusText() {
-    const auto names = namesOfTaken();
-    const auto text = names.isEmpty() ? status_ : tr("%1 - taken by another program: %2").arg(status_, names);
+    const auto text = currentText();
     if (text != statusText_) {
         statusText_ = text;
         Q_EMIT statusTextChanged();
     }
+}
+
+QString GlobalKeyboardController::currentText() const {
+    // Without a tap there is nothing to pause, and why there is none is what the user can act on.
+    if (hasTap_ && isPaused()) {
+        return pauses_.contains(Pause::session) ? tr("Global Play paused: session locked or not in front")
+                                                : tr("Global Play paused: program stopped");
+    }
+    const auto names = namesOfTaken();
+    return names.isEmpty() ? status_ : tr("%1 - taken by another program: %2").arg(status_, names);
 }
 
 QString GlobalKeyboardController::namesOfTaken() const {

@@ -13,6 +13,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <vector>
 
@@ -24,6 +25,14 @@ class GlobalKeyboardController : public QObject, public KeyboardTap::Client {
     Q_OBJECT
 
 public:
+    /// Why the keys are left to everybody for a while.
+    enum class Pause {
+        /// The login session is locked, or another one has the screen.
+        session,
+        /// The program is stopped from outside and cannot answer.
+        processStop,
+    };
+
     /// The tap and the main actor must outlive this. The keys are those that the windows share.
     GlobalKeyboardController(KeyboardTap& tap, MainActor& mainActor,
                              std::shared_ptr<PressedKeys> keys = std::make_shared<PressedKeys>());
@@ -73,6 +82,16 @@ public:
     /// Turns Global Play on or off, making the tap on first use. Without a tap it stays off.
     void setEnabled(bool isEnabled);
 
+    /// Switches the tap off until the reason is gone: no key is taken from anybody, the hotkey neither. The
+    /// first reason silences what sounds when Global Play is on. Whether it is on stays as it is and can be
+    /// changed meanwhile. A reason that holds already changes nothing.
+    void pause(Pause reason);
+
+    /// The reason is gone. With the last one the tap is on again, if there is one.
+    void resume(Pause reason);
+
+    [[nodiscard]] bool isPaused() const { return !pauses_.empty(); }
+
     KeyboardTap::Verdict handle(const KeyboardTap::Event& event) override;
 
     [[nodiscard]] bool isDown(std::int64_t keyCode) const override { return keys_->isDown(keyCode); }
@@ -100,9 +119,12 @@ private:
     void postKeyUp(std::int64_t keyCode, const GlobalKeyRules::Decision& decision);
     void release(Character character) const;
     void showEnabled(bool isEnabled, Turn turn);
+    /// The keys of the windows are watched by the tap while it is on and Global Play too.
+    void updateWatching();
     void showFailure(const QString& text, bool lacksTrust);
     void showStatus(const QString& text);
     void updateStatusText();
+    [[nodiscard]] QString currentText() const;
     [[nodiscard]] QString namesOfTaken() const;
 
     KeyboardTap& tap_;
@@ -112,6 +134,8 @@ private:
     bool isEnabled_ = false;
     bool isAvailable_ = false;
     bool lacksTrust_ = false;
+    std::set<Pause> pauses_;
+    /// As it is without a pause.
     QString status_;
     QString statusText_;
     std::vector<KeyboardTap::Event> taken_;
@@ -123,10 +147,10 @@ private:
     GlobalKeyRules rules_;
     Turn turn_ = 0;
 
-    /// What is posted outlives this, and finds this expired.
     /// What the tap's thread has told and the main thread has not done yet.
     std::mutex waitingMutex_;
     std::deque<std::function<void()>> waiting_;
+    /// What is posted outlives this, and finds it expired.
     std::shared_ptr<void> life_ = std::make_shared<int>();
 };
 

@@ -98,7 +98,7 @@ private:
             return;
         }
         // A server that does not answer holds this process for as long, and no longer.
-        constexpr unsigned int longestSeconds = 30;
+        constexpr unsigned int longestSeconds = 60;
         std::signal(SIGALRM, SIG_DFL);
         alarm(longestSeconds);
         JackSilence::send(those("jack ", receivers));

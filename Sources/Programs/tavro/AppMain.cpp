@@ -8,9 +8,11 @@
 #include <QGuiApplication>
 #include <QQuickWindow>
 
+#include <chrono>
 #include <cstring>
 #include <iostream>
 #include <memory>
+#include <optional>
 
 namespace {
 
@@ -77,6 +79,21 @@ int selfTest() {
     return AppMainComposition(adapters, mainActor).window.selfTest() ? success : failure;
 }
 
+/// Gives the keyboard back and silences before the process stops, and takes up again when it goes on.
+void stopInOrder(AppMainComposition& program, MainActor& mainActor, const posix::ProcessSignals& signals) {
+    using Pause = GlobalKeyboardController::Pause;
+    // The tap's thread lets go and the notes leave meanwhile; the guard need not wait for a stopped program.
+    static constexpr std::chrono::milliseconds timeToSettle{100};
+    program.globalKeyboard.pause(Pause::processStop);
+    program.controller.stopAllNotes();
+    program.stopping = mainActor.after(timeToSettle, [&] {
+        program.guardLink.setBusy(false);
+        signals.stopNow();
+        program.tellGuard();
+        program.globalKeyboard.resume(Pause::processStop);
+    });
+}
+
 int runApplication(const ApplicationOptions& options) {
     QtMainActor mainActor;
     const auto adapters = AppMainAdapters::ofThisPlatform(options.midi, mainActor);
@@ -86,7 +103,8 @@ int runApplication(const ApplicationOptions& options) {
     }
     const auto focusWatch = followTheFront(program.globalPlay);
     tellOfTheEnd(program);
-    const posix::ProcessSignals signals(&QGuiApplication::quit);
+    std::optional<posix::ProcessSignals> signals;
+    signals.emplace(&QGuiApplication::quit, [&] { stopInOrder(program, mainActor, *signals); });
     if (!program.delegate.applicationDidFinishLaunching()) {
         std::cerr << "tavro: the window could not be made\n";
         return failure;

@@ -69,11 +69,13 @@ AppMainComposition::AppMainComposition(const AppMainAdapters& adapters, MainActo
     connectGuard();
 }
 
-void AppMainComposition::connectGuard() {
+void AppMainComposition::tellGuard() {
     // With a tap at work even the hotkey alone, pressed while the program hangs, would hold the keyboard.
-    const auto tell = [this] {
-        guardLink.setBusy(globalKeyboard.isAvailable() || !controller.activeKeys().empty());
-    };
+    guardLink.setBusy(globalKeyboard.isAvailable() || !controller.activeKeys().empty());
+}
+
+void AppMainComposition::connectGuard() {
+    const auto tell = [this] { tellGuard(); };
     QObject::connect(&controller, &PerformanceController::keyboardDisplayChanged, &controller, tell);
     QObject::connect(&globalKeyboard, &GlobalKeyboardController::statusTextChanged, &controller, tell);
     guardLink.onDeeds = [this](const Guard::Deeds& /*deeds*/) {

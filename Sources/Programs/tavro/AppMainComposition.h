@@ -50,6 +50,12 @@ struct AppMainComposition {
     MainQuickWindow applicationWindow;
     AppDelegate delegate;
 
+    /// What waits for the notes to leave before the process stops.
+    ScheduledTask stopping;
+
+    /// Tells the guard whether to wait for this program at the moment.
+    void tellGuard();
+
 private:
     void connectGuard();
 };

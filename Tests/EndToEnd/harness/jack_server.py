@@ -8,6 +8,8 @@ from .waiting import wait_for
 
 # Long, so that a busy machine seldom misses one.
 PERIOD = 2048
+# Of a server that goes on without the clients that got no time in a period.
+LONG_PERIOD = 8192
 RATE = 48000
 # One that gets no time for its threads for a second gives up.
 MOST_STARTS = 20
@@ -27,14 +29,15 @@ def isolate_from_servers(sandbox):
 class JackServer:
     """A server with the dummy driver, of its own name."""
 
-    def __init__(self, sandbox, period=PERIOD):
+    def __init__(self, sandbox, period=PERIOD, waits=True):
         self._sandbox = sandbox
-        self._period = period
+        self._period = period if waits else LONG_PERIOD
         self.name = isolate_from_servers(sandbox)
         driver = ["-d", "dummy", "-p", self._period, "-r", RATE]
         # A period ends when every client has worked through it. By itself the server goes on without one that
         # got no time, as on a busy machine, and what was in that period is lost.
-        self._command = [tool("jackd"), "-n", self.name, "-r", "-S", *driver]
+        waiting = ["-S"] if waits else []
+        self._command = [tool("jackd"), "-n", self.name, "-r", *waiting, *driver]
         self._start()
 
     def _start(self):

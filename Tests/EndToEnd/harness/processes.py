@@ -14,3 +14,8 @@ def processes(name, sandbox):
             # It has ended meanwhile, or belongs to somebody else.
             continue
     return found
+
+
+def state_of(process):
+    """The kernel's letter for what a process does: S sleeps, T is stopped."""
+    return pathlib.Path(f"/proc/{process}/stat").read_text().rpartition(")")[2].split()[0]

@@ -15,10 +15,11 @@ class StageTest(EndToEndTest):
 
     SCREEN = (1400, 1000)
     SCREENS = 1
+    SERVER_WAITS = True
 
     def setUp(self):
         super().setUp()
-        self.server = JackServer(self.sandbox)
+        self.server = JackServer(self.sandbox, waits=self.SERVER_WAITS)
         self.display = Display(self.sandbox, self.SCREEN, self.SCREENS)
         self.recorder = Recorder(self.sandbox)
 

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include <poll.h>
+#include <pthread.h>
 #include <sys/eventfd.h>
 
 namespace tavro::evdev {
@@ -49,6 +50,7 @@ void CaptureThread::wake() const {
 }
 
 void CaptureThread::run() {
+    pthread_setname_np(pthread_self(), "tavro-tap");
     while (!isStopping_) {
         std::uint64_t times = 0;
         if (read(wakeUp_.number(), &times, sizeof times) > 0) {

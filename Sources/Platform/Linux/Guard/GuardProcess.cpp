@@ -6,6 +6,7 @@
 #include <iostream>
 #include <utility>
 
+#include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
 #include <sys/prctl.h>
@@ -31,6 +32,8 @@ pid_t spawn(const std::string& program, const std::string& display, int input) {
     posix_spawn_file_actions_t files;
     posix_spawn_file_actions_init(&files);
     posix_spawn_file_actions_adddup2(&files, input, STDIN_FILENO);
+    // Who reads what the program writes waits for the program's end, not for the guard's.
+    posix_spawn_file_actions_addopen(&files, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
     // Whatever else of the program's stayed open in the guard would look alive after the program's end.
     posix_spawn_file_actions_addclosefrom_np(&files, STDERR_FILENO + 1);
     posix_spawnattr_t attributes;

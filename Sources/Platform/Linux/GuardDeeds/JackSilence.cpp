@@ -41,19 +41,36 @@ struct Sender {
         ++periods;
     }
 
-    [[nodiscard]] bool awaitPeriods(int count) const {
+    void sendPanic() {
+        periods = 0;
+        if (await([this] { return periods >= periodsBefore; })) {
+            shallWrite = true;
+            static_cast<void>(await([this] { return hasWritten && periods >= periodsAfter; }));
+        }
+    }
+
+    template <typename Condition>
+    static bool await(Condition condition) {
         const auto end = std::chrono::steady_clock::now() + patience;
-        while (periods < count && std::chrono::steady_clock::now() < end) {
+        while (!condition() && std::chrono::steady_clock::now() < end) {
             std::this_thread::sleep_for(step);
         }
-        return periods >= count;
+        return condition();
     }
+};
+
+struct Connection {
+    explicit Connection(const std::string& text)
+        : from(text.substr(0, text.find('\t'))), to(text.substr(text.find('\t') + 1)) {}
+
+    std::string from;
+    std::string to;
 };
 
 } // namespace
 
-void JackSilence::send(const std::vector<std::string>& ports) {
-    if (ports.empty()) {
+void JackSilence::send(const std::vector<std::string>& connections) {
+    if (connections.empty()) {
         return;
     }
     jack_set_error_function([](const char*) {});
@@ -75,17 +92,20 @@ void JackSilence::send(const std::vector<std::string>& ports) {
     if (sender.port == nullptr || jack_activate(client.get()) != 0) {
         return;
     }
-    for (const auto& port : ports) {
-        jack_connect(client.get(), jack_port_name(sender.port), port.c_str());
-    }
-    sender.periods = 0;
-    if (sender.awaitPeriods(periodsBefore)) {
-        sender.shallWrite = true;
-        const auto end = std::chrono::steady_clock::now() + patience;
-        while (!sender.hasWritten && std::chrono::steady_clock::now() < end) {
-            std::this_thread::sleep_for(step);
+    // A receiver does nothing while a client before it is stopped. It is taken from behind that one for the
+    // moment.
+    std::vector<Connection> undone;
+    for (const auto& text : connections) {
+        const Connection connection(text);
+        if (jack_disconnect(client.get(), connection.from.c_str(), connection.to.c_str()) == 0) {
+            undone.push_back(connection);
         }
-        static_cast<void>(sender.awaitPeriods(periodsAfter));
+        jack_connect(client.get(), jack_port_name(sender.port), connection.to.c_str());
+    }
+    sender.sendPanic();
+    for (const auto& connection : undone) {
+        jack_disconnect(client.get(), jack_port_name(sender.port), connection.to.c_str());
+        jack_connect(client.get(), connection.from.c_str(), connection.to.c_str());
     }
 }
 

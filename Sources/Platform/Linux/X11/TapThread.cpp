@@ -5,6 +5,7 @@
 #include <utility>
 
 #include <poll.h>
+#include <pthread.h>
 #include <sched.h>
 
 namespace tavro::x11 {
@@ -66,6 +67,7 @@ void TapThread::refresh() {
 }
 
 void TapThread::run() {
+    pthread_setname_np(pthread_self(), "tavro-tap");
     preferThisThread();
     while (!obey()) {
         if (const auto end = session_.takeEvents()) {

@@ -8,6 +8,7 @@
 #include "Platform/Headless/LoginItemServiceAdapter.h"
 #include "Platform/Headless/MenuBarAdapter.h"
 #include "Platform/Headless/MidiSystemAdapter.h"
+#include "Platform/Headless/SessionWatchAdapter.h"
 #include "Platform/Headless/UserDefaultsAdapter.h"
 #include "Platform/Headless/WindowAspectAdapter.h"
 #include "Programs/MidiSystems/MidiSystems.h"
@@ -26,6 +27,7 @@
 #include "Platform/Linux/Desktop/LoginItemServiceAdapter.h"
 #include "Platform/Linux/Desktop/SystemBeep.h"
 #include "Platform/Linux/Evdev/KeyboardTapAdapter.h"
+#include "Platform/Linux/Session/SessionWatchAdapter.h"
 #include "Platform/Linux/Settings/UserDefaultsAdapter.h"
 #include "Platform/Linux/X11/ApplicationVisibilityAdapter.h"
 #include "Platform/Linux/X11/DetectableAutorepeat.h"
@@ -42,6 +44,7 @@
 #include "Platform/MacOS/Keys/KeyEventTranslatorAdapter.h"
 #include "Platform/MacOS/LoginItemServiceAdapter.h"
 #include "Platform/MacOS/MenuBarAdapter.h"
+#include "Platform/MacOS/SessionWatchAdapter.h"
 #include "Platform/MacOS/SystemBeep.h"
 #include "Platform/MacOS/UserDefaultsAdapter.h"
 #include "Platform/MacOS/WindowAspectAdapter.h"
@@ -106,6 +109,7 @@ AppMainAdapters AppMainAdapters::ofThisPlatform(const QString& midi, MainActor& 
     adapters.keyboardTap = makeKeyboardTap();
     adapters.keyEventTranslator = makeKeyEventTranslator();
 #if defined(Q_OS_LINUX)
+    adapters.sessionWatch = std::make_unique<linuxos::SessionWatchAdapter>();
     adapters.userDefaults = std::make_unique<linuxos::UserDefaultsAdapter>();
     adapters.bootClock = std::make_unique<linuxos::BootClockAdapter>();
     adapters.loginItemService = std::make_unique<linuxos::LoginItemServiceAdapter>();
@@ -115,6 +119,7 @@ AppMainAdapters AppMainAdapters::ofThisPlatform(const QString& midi, MainActor& 
         adapters.windowAspect = std::make_unique<x11::WindowAspectAdapter>();
     }
 #elif defined(Q_OS_MACOS)
+    adapters.sessionWatch = std::make_unique<macos::SessionWatchAdapter>();
     adapters.userDefaults = std::make_unique<macos::UserDefaultsAdapter>();
     adapters.bootClock = std::make_unique<macos::BootClockAdapter>();
     adapters.loginItemService = std::make_unique<macos::LoginItemServiceAdapter>();
@@ -131,6 +136,7 @@ AppMainAdapters AppMainAdapters::ofThisPlatform(const QString& midi, MainActor& 
 AppMainAdapters AppMainAdapters::headless() {
     return {.midiSystem = std::make_unique<headless::MidiSystemAdapter>(),
             .keyboardTap = std::make_unique<headless::KeyboardTapAdapter>(),
+            .sessionWatch = std::make_unique<headless::SessionWatchAdapter>(),
             .userDefaults = std::make_unique<headless::UserDefaultsAdapter>(),
             .bootClock = std::make_unique<headless::BootClockAdapter>(),
             .loginItemService = std::make_unique<headless::LoginItemServiceAdapter>(),

@@ -27,6 +27,7 @@
 #include "Platform/Linux/Desktop/LoginItemServiceAdapter.h"
 #include "Platform/Linux/Desktop/SystemBeep.h"
 #include "Platform/Linux/Evdev/KeyboardTapAdapter.h"
+#include "Platform/Linux/Session/OwnSeat.h"
 #include "Platform/Linux/Session/SessionWatchAdapter.h"
 #include "Platform/Linux/Settings/UserDefaultsAdapter.h"
 #include "Platform/Linux/X11/ApplicationVisibilityAdapter.h"
@@ -91,7 +92,8 @@ std::unique_ptr<KeyboardTap> makeKeyboardTap() {
         return std::make_unique<x11::KeyboardTapAdapter>(
             QCoreApplication::applicationDirPath().toStdString() + "/tavro-key-guard");
     case KeyboardTapChoice::Kind::evdev:
-        return std::make_unique<evdev::KeyboardTapAdapter>();
+        return std::make_unique<evdev::KeyboardTapAdapter>(
+            evdev::InputDevices{.seat = linuxos::OwnSeat::name()});
     case KeyboardTapChoice::Kind::none:
         break;
     }

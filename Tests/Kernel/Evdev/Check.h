@@ -29,6 +29,12 @@ std::vector<Check> endChecks();
 /// What the system must allow.
 std::vector<Check> accessChecks();
 
+/// Whose keyboards are opened.
+std::vector<Check> seatChecks();
+
+/// Several logins on one computer.
+std::vector<Check> terminalChecks();
+
 /// Many keys, and more of them than can be read in time.
 std::vector<Check> stressChecks();
 

@@ -15,9 +15,8 @@
 
 namespace tavro::evdev {
 
-CaptureThread::CaptureThread(KeyboardTap::Client& client, std::string inputFolder, std::string uinputPath)
-    : client_(client), inputFolder_(std::move(inputFolder)), uinputPath_(std::move(uinputPath)),
-      wakeUp_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)),
+CaptureThread::CaptureThread(KeyboardTap::Client& client, InputDevices devices)
+    : client_(client), devices_(std::move(devices)), wakeUp_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)),
       tell_([this](const KeyBalance::Change& change) { return tell(change); }) {
     if (!wakeUp_.isOpen()) {
         throw std::system_error(errno, std::generic_category());
@@ -77,7 +76,7 @@ void CaptureThread::obey() {
     }
     swallowed_.ask(client_);
     if (!keyboards_) {
-        keyboards_ = std::make_unique<KeyboardDevices>(inputFolder_, uinputPath_);
+        keyboards_ = std::make_unique<KeyboardDevices>(devices_);
     }
 }
 

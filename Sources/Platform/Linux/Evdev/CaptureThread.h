@@ -19,7 +19,7 @@ namespace tavro::evdev {
 class CaptureThread {
 public:
     /// Starts it, with no keyboard opened. Throws std::system_error when the system refuses a thread.
-    CaptureThread(KeyboardTap::Client& client, std::string inputFolder, std::string uinputPath);
+    CaptureThread(KeyboardTap::Client& client, InputDevices devices);
 
     /// Waits for its end; the client is not called afterwards.
     ~CaptureThread();
@@ -44,8 +44,7 @@ private:
     std::optional<KeyboardTap::Verdict> tell(const KeyBalance::Change& change);
 
     KeyboardTap::Client& client_;
-    const std::string inputFolder_;
-    const std::string uinputPath_;
+    const InputDevices devices_;
     posix::FileDescriptor wakeUp_;
     std::atomic<bool> isOn_ = false;
     std::atomic<bool> isStopping_ = false;

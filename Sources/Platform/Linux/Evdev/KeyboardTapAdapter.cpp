@@ -10,22 +10,21 @@
 
 namespace tavro::evdev {
 
-KeyboardTapAdapter::KeyboardTapAdapter(std::string inputFolder, std::string uinputPath)
-    : inputFolder_(std::move(inputFolder)), uinputPath_(std::move(uinputPath)) {}
+KeyboardTapAdapter::KeyboardTapAdapter(InputDevices devices) : devices_(std::move(devices)) {}
 
 KeyboardTapAdapter::~KeyboardTapAdapter() = default;
 
 bool KeyboardTapAdapter::isTrusted(bool /*prompts*/) {
-    return DeviceAccess::isAllowed(inputFolder_, uinputPath_);
+    return DeviceAccess::isAllowed(devices_);
 }
 
 bool KeyboardTapAdapter::create(Client& client) {
     dispose();
-    if (!DeviceAccess::canCapture(inputFolder_, uinputPath_)) {
+    if (!DeviceAccess::canCapture(devices_)) {
         return false;
     }
     try {
-        thread_ = std::make_unique<CaptureThread>(client, inputFolder_, uinputPath_);
+        thread_ = std::make_unique<CaptureThread>(client, devices_);
     } catch (const std::system_error&) {
         return false;
     }

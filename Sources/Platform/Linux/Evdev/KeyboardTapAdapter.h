@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/Evdev/InputDevices.h"
 #include "PlatformInterfaces/KeyboardTap.h"
 
 #include <memory>
@@ -16,8 +17,7 @@ class CaptureThread;
 /// the client hears of the keys all the same. The client is called on a thread of the tap's own.
 class KeyboardTapAdapter : public KeyboardTap {
 public:
-    explicit KeyboardTapAdapter(std::string inputFolder = "/dev/input",
-                                std::string uinputPath = "/dev/uinput");
+    explicit KeyboardTapAdapter(InputDevices devices = {});
     ~KeyboardTapAdapter() override;
 
     /// The system has nothing to ask the user with, so that `prompts` changes nothing.
@@ -29,8 +29,7 @@ public:
     [[nodiscard]] std::string adviceOnTrust() const override;
 
 private:
-    const std::string inputFolder_;
-    const std::string uinputPath_;
+    const InputDevices devices_;
     std::unique_ptr<CaptureThread> thread_;
 };
 

@@ -29,6 +29,9 @@ std::vector<Check> endChecks();
 /// What the system must allow.
 std::vector<Check> accessChecks();
 
+/// What the udev rule does, and what is told about it.
+std::vector<Check> ruleChecks();
+
 /// Whose keyboards are opened.
 std::vector<Check> seatChecks();
 

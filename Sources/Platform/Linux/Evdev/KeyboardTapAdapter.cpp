@@ -1,9 +1,8 @@
 #include "Platform/Linux/Evdev/KeyboardTapAdapter.h"
 
+#include "Platform/Linux/Evdev/AccessSteps.h"
 #include "Platform/Linux/Evdev/CaptureThread.h"
 #include "Platform/Linux/Evdev/DeviceAccess.h"
-
-#include <QCoreApplication>
 
 #include <system_error>
 #include <utility>
@@ -48,13 +47,7 @@ void KeyboardTapAdapter::dispose() {
 }
 
 std::string KeyboardTapAdapter::adviceOnTrust() const {
-    return QCoreApplication::translate(
-               "evdev::KeyboardTapAdapter",
-               "Global Play needs access to the input devices: install the udev rule 60-tavro-input.rules "
-               "and "
-               "run \"sudo groupadd --system tavro-input\" and \"sudo usermod -aG tavro-input $USER\". "
-               "Then log in again; never run TAVRO as root.")
-        .toStdString();
+    return AccessSteps::now(devices_).advice();
 }
 
 } // namespace tavro::evdev

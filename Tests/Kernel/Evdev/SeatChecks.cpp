@@ -16,20 +16,20 @@ namespace {
 /// What udev keeps of devices, written by nobody else here.
 class UdevRecords {
 public:
-    UdevRecords() { std::filesystem::create_directories(folder + "/data"); }
+    UdevRecords() { std::filesystem::create_directories(folder_ + "/data"); }
 
-    ~UdevRecords() { std::filesystem::remove_all(folder); }
+    ~UdevRecords() { std::filesystem::remove_all(folder_); }
 
     UdevRecords(const UdevRecords&) = delete;
     UdevRecords& operator=(const UdevRecords&) = delete;
 
     /// From now on udev seems to run, so that a device without a record is one it has not come to.
-    void run() const { std::ofstream(folder + "/control"); }
+    void run() const { std::ofstream(folder_ + "/control"); }
 
     void settle(const TestKeyboard& keyboard, const std::string& seat = {}) const {
         struct stat status{};
         expect(stat(keyboard.path().c_str(), &status) == 0, "the device has no file");
-        const auto file = folder + "/data/c" + std::to_string(major(status.st_rdev)) + ':' +
+        const auto file = folder_ + "/data/c" + std::to_string(major(status.st_rdev)) + ':' +
                           std::to_string(minor(status.st_rdev));
         // Whole at once, as the service does it.
         std::ofstream(file + ".new") << "I:1\n" << (seat.empty() ? "" : "E:ID_SEAT=" + seat + "\n");
@@ -37,7 +37,7 @@ public:
     }
 
 private:
-    const std::string folder = "/run/udev";
+    const std::string folder_ = "/run/udev";
 };
 
 /// What is typed on a keyboard that is not opened goes where it always went, grabbed or not.

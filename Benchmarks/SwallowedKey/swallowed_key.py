@@ -27,7 +27,7 @@ class Roads:
         self._sandbox = stage.sandbox
         self._display = stage.display
         self._repeats = repeating_keys(self._sandbox)
-        command = [built(arguments, "bare_tap"), "BareTap", built(arguments, "tavro-key-guard")]
+        command = [built(arguments, "bare_tap"), "BareTap", built(arguments, "tavro-guard")]
         self._bare = self._sandbox.start("bare_tap", command)
         self._bare.ends_with_input = True
         # Where the harness looks for it.

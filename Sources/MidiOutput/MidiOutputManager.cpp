@@ -2,6 +2,7 @@
 
 #include "NoteEngine/MidiStrumPlanner.h"
 #include "PerformanceModel/ScaleEngine.h"
+#include "PlatformInterfaces/PanicMessages.h"
 
 #include <algorithm>
 #include <array>
@@ -13,9 +14,6 @@ namespace {
 
 constexpr std::uint8_t noteOffStatus = 0x80;
 constexpr std::uint8_t noteOnStatus = 0x90;
-constexpr std::uint8_t controlChangeStatus = 0xB0;
-constexpr std::uint8_t allSoundOff = 120;
-constexpr std::uint8_t allNotesOff = 123;
 
 std::uint8_t dataByte(std::int64_t value) {
     return static_cast<std::uint8_t>(std::clamp<std::int64_t>(value, 0, 127));
@@ -149,6 +147,11 @@ void MidiOutputManager::refreshDestinations() {
     }
     listeners_ = isReady() ? system_.listeners(virtualSource_) : std::nullopt;
     Q_EMIT connectionChanged();
+    Q_EMIT receiversMayHaveChanged();
+}
+
+std::vector<std::string> MidiOutputManager::receivers() const {
+    return isLost_ ? std::vector<std::string>() : system_.receivers(virtualSource_, selectedDestinationID_);
 }
 
 void MidiOutputManager::setSelectedDestinationID(MidiObjectRef id) {
@@ -160,6 +163,7 @@ void MidiOutputManager::setSelectedDestinationID(MidiObjectRef id) {
         system_.prepareRoute(outputPort_, id);
     }
     Q_EMIT selectedDestinationIDChanged();
+    Q_EMIT receiversMayHaveChanged();
 }
 
 void MidiOutputManager::send(std::span<const NoteEvent> events, std::int64_t strumMilliseconds) {
@@ -259,10 +263,8 @@ void MidiOutputManager::sendBytes(std::span<const std::uint8_t> message) {
 
 void MidiOutputManager::sendAllNotesOff(std::int64_t /*channel*/) {
     cancelPendingNoteOns();
-    for (std::uint8_t channel = 0; channel < 16; ++channel) {
-        const auto status = static_cast<std::uint8_t>(controlChangeStatus | channel);
-        sendBytes(std::array<std::uint8_t, 3>{status, allNotesOff, 0});
-        sendBytes(std::array<std::uint8_t, 3>{status, allSoundOff, 0});
+    for (const auto& message : panicMessages()) {
+        sendBytes(message);
     }
     setStatusText(QStringLiteral("Panic gesendet"));
     tellDroppedMessages();

@@ -13,6 +13,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace tavro {
@@ -66,6 +67,9 @@ public:
     /// 0, or the platform's number for why no client could be created when that was tried last.
     [[nodiscard]] std::int32_t clientStatus() const { return clientStatus_; }
 
+    /// Those whom messages reach now, as `MidiSystem` names them. `receiversMayHaveChanged` tells changes.
+    [[nodiscard]] std::vector<std::string> receivers() const;
+
     /// How many messages the system has lost so far.
     [[nodiscard]] std::uint64_t droppedMessages() const { return droppedMessages_; }
 
@@ -101,6 +105,7 @@ Q_SIGNALS:
     void statusTextChanged();
     /// `isReady`, `listeners` or `droppedMessages` changed.
     void connectionChanged();
+    void receiversMayHaveChanged();
     /// The MIDI system has gone, and with it every note. It is looked for until it returns.
     void connectionLost();
 

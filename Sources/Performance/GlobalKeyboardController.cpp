@@ -269,11 +269,26 @@ void GlobalKeyboardController::tapEnded(KeyboardTap::End end) {
         if (isEnabled_ && onPanic) {
             onPanic();
         }
+        if (end == KeyboardTap::End::lost && makeAnew()) {
+            return;
+        }
         stop();
         if (end == KeyboardTap::End::lost) {
             showStatus(tr("Global Play unavailable"));
         }
     });
+}
+
+bool GlobalKeyboardController::makeAnew() {
+    // Perhaps only this connection has ended: while the program was stopped or busy, its guard has seen to
+    // it.
+    tap_.dispose();
+    keys_->forget(PressedKeys::Road::tap);
+    if (!tap_.isTrusted(false) || !tap_.create(*this)) {
+        return false;
+    }
+    tap_.enable(true);
+    return true;
 }
 
 void GlobalKeyboardController::post(std::function<void()> action) {

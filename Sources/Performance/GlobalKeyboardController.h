@@ -112,6 +112,8 @@ private:
     /// what was posted after.
     using Turn = std::uint64_t;
 
+    /// A tap in place of one that was lost. False when there can be none; it is disposed by then.
+    [[nodiscard]] bool makeAnew();
     void post(std::function<void()> action);
     void postKeyDown(std::int64_t keyCode, Character character, Turn turn);
     void postKeyUp(std::int64_t keyCode, const GlobalKeyRules::Decision& decision);

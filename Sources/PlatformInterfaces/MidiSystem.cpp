@@ -23,6 +23,10 @@ std::optional<std::size_t> MidiSystem::listeners(MidiObjectRef /*source*/) {
     return std::nullopt;
 }
 
+std::vector<std::string> MidiSystem::receivers(MidiObjectRef /*source*/, MidiObjectRef /*destination*/) {
+    return {};
+}
+
 std::uint64_t MidiSystem::droppedMessages() const {
     return 0;
 }

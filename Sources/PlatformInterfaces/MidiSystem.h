@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tavro {
 
@@ -86,6 +87,11 @@ public:
     /// How many receivers listen to the source; nothing when the system cannot know. `onChange` tells
     /// changes.
     [[nodiscard]] virtual std::optional<std::size_t> listeners(MidiObjectRef source);
+
+    /// Those whom messages reach: who listens to the source, and the destination, unless that is 0. In words
+    /// by which another process of this system finds them ("jack synth:midi_in", "alsa 128:0"); empty when
+    /// there are none, and where no other process could. `onChange` tells changes.
+    [[nodiscard]] virtual std::vector<std::string> receivers(MidiObjectRef source, MidiObjectRef destination);
 
     /// How many messages were accepted and lost, since the beginning.
     [[nodiscard]] virtual std::uint64_t droppedMessages() const;

@@ -92,6 +92,10 @@ std::optional<std::size_t> ObservedMidiSystem::listeners(MidiObjectRef source) {
     return system_.listeners(source);
 }
 
+std::vector<std::string> ObservedMidiSystem::receivers(MidiObjectRef source, MidiObjectRef destination) {
+    return system_.receivers(source, destination);
+}
+
 std::uint64_t ObservedMidiSystem::droppedMessages() const {
     return system_.droppedMessages();
 }

@@ -40,6 +40,8 @@ public:
     void settle(MidiTicket ticket) override;
     void setLossHandler(std::function<void()> handler) override;
     [[nodiscard]] std::optional<std::size_t> listeners(MidiObjectRef source) override;
+    [[nodiscard]] std::vector<std::string> receivers(MidiObjectRef source,
+                                                     MidiObjectRef destination) override;
     [[nodiscard]] std::uint64_t droppedMessages() const override;
     void disposePort(MidiObjectRef outputPort) override;
     void disposeEndpoint(MidiObjectRef source) override;

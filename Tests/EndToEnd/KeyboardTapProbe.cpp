@@ -35,7 +35,10 @@ void print(const std::string& name, bool value) {
 
 class Probe {
 public:
-    explicit Probe(const std::string& guardProgram) : tap_(guardProgram) { make(); }
+    explicit Probe(const std::string& guardProgram)
+        : guard_(guardProgram, qgetenv("DISPLAY").toStdString()), tap_(guard_) {
+        make();
+    }
 
     /// False at a line that means nothing.
     bool obey(const std::string& line) {
@@ -98,6 +101,7 @@ private:
     }
 
     ScriptedTapClient client_;
+    tavro::guard::GuardProcess guard_;
     tavro::x11::KeyboardTapAdapter tap_;
 };
 

@@ -9,7 +9,7 @@ from harness.processes import processes
 from harness.sandbox import tool
 from harness.waiting import wait_for
 
-GUARD = "tavro-key-guard"
+GUARD = "tavro-guard"
 
 
 class EndTest(GlobalPlayTest):

@@ -243,11 +243,29 @@ TEST_F(GlobalKeyboard, theEmergencyExitEndsTheCapture) {
 
 TEST_F(GlobalKeyboard, aLostTapIsUnavailable) {
     controller->start();
+    tap.answersCreated = false;
     tap.client()->tapEnded(KeyboardTap::End::lost);
     mainActor.runDue();
     EXPECT_THAT(takeHappened(), IsEmpty());
     EXPECT_FALSE(controller->isAvailable());
     EXPECT_EQ(status(), "Global Play unavailable");
+}
+
+TEST_F(GlobalKeyboard, aLostTapIsMadeAnewAndWhatSoundedIsSilenced) {
+    controller->setEnabled(true);
+    down(keyA);
+    mainActor.runDue();
+    takeHappened();
+    tap.client()->tapEnded(KeyboardTap::End::lost);
+    mainActor.runDue();
+    EXPECT_THAT(takeHappened(), ElementsAre("panic while on"));
+    EXPECT_TRUE(controller->isEnabled());
+    EXPECT_TRUE(tap.isEnabled());
+    EXPECT_EQ(status(), "Global Play on");
+    // The release has gone by; the next press is one.
+    down(keyA);
+    mainActor.runDue();
+    EXPECT_THAT(takeHappened(), ElementsAre("down a"));
 }
 
 TEST_F(GlobalKeyboard, whatIsOnItsWayFindsItGone) {

@@ -52,6 +52,9 @@ public:
     /// By ticket.
     std::map<MidiTicket, Scheduled> scheduled;
 
+    /// Who receives, as another process would find them.
+    std::vector<std::string> receiverNames;
+
     /// Called for each message, after it was recorded.
     std::function<void(const Message&)> onMessage;
     /// False keeps `messages` empty, for a listener that takes them by `onMessage`.
@@ -86,6 +89,11 @@ public:
     void settle(MidiTicket ticket) override;
     void setLossHandler(std::function<void()> onLoss) override;
     [[nodiscard]] std::optional<std::size_t> listeners(MidiObjectRef source) override;
+
+    [[nodiscard]] std::vector<std::string> receivers(MidiObjectRef /*source*/,
+                                                     MidiObjectRef /*destination*/) override {
+        return receiverNames;
+    }
 
     [[nodiscard]] std::uint64_t droppedMessages() const override { return dropped; }
 

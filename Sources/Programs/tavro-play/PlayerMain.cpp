@@ -1,6 +1,8 @@
+#include "Performance/GuardLink.h"
+#include "Platform/Headless/GuardAdapter.h"
 #include "Platform/Headless/MidiSystemAdapter.h"
+#include "Platform/Qt/ProcessSignals.h"
 #include "Platform/Qt/QtMainActor.h"
-#include "Platform/Qt/TerminationSignals.h"
 #include "Player/DestinationChoice.h"
 #include "Player/LivePacer.h"
 #include "Player/MidiFile.h"
@@ -17,6 +19,11 @@
 #include <iostream>
 #include <memory>
 #include <stdexcept>
+#include <string>
+
+#if defined(Q_OS_LINUX)
+#include "Platform/Linux/Guard/GuardProcess.h"
+#endif
 
 namespace {
 
@@ -110,6 +117,16 @@ void listDestinations(const PlayerOptions& options) {
     std::cout << DestinationChoice::list(midi.destinations());
 }
 
+/// Who silences the receivers when this program is stopped or killed.
+std::unique_ptr<Guard> makeGuard() {
+#if defined(Q_OS_LINUX)
+    return std::make_unique<guard::GuardProcess>(
+        QCoreApplication::applicationDirPath().toStdString() + "/tavro-guard", std::string());
+#else
+    return std::make_unique<headless::GuardAdapter>();
+#endif
+}
+
 int playLive(const PlayerOptions& options, const KeyScript& script, const PerformanceState& state,
              PlayerOutput& output) {
     // Who reads along reads what sounds now.
@@ -118,10 +135,11 @@ int playLive(const PlayerOptions& options, const KeyScript& script, const Perfor
     const auto choice = chooseMidiSystem(options.live, mainActor);
     LivePacer pacer;
     auto status = success;
-    const posix::TerminationSignals signals([&] {
+    const posix::ProcessSignals signals([&] {
         status = endedBySignal;
         pacer.interrupt();
     });
+    const auto guard = makeGuard();
     ScriptPlayer player(output, *choice.system, pacer, state);
     requireClient(player.midi(), options.live, choice);
     if (!player.midi().isReady()) {
@@ -131,6 +149,8 @@ int playLive(const PlayerOptions& options, const KeyScript& script, const Perfor
         player.selectDestination(
             DestinationChoice::find(player.midi().destinations(), options.destination.toStdString()));
     }
+    GuardLink guardLink(*guard, mainActor, player.midi());
+    guardLink.setBusy(true);
     player.play(script);
     player.quit();
     if (player.hasLostMidiSystem()) {

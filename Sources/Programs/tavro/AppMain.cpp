@@ -1,6 +1,6 @@
 #include "ApplicationShell/ApplicationOptions.h"
+#include "Platform/Qt/ProcessSignals.h"
 #include "Platform/Qt/QtMainActor.h"
-#include "Platform/Qt/TerminationSignals.h"
 #include "Programs/MidiSystems/MidiSystems.h"
 #include "Programs/tavro/AppMainAdapters.h"
 #include "Programs/tavro/AppMainComposition.h"
@@ -98,7 +98,7 @@ int runApplication(const ApplicationOptions& options) {
     const auto focusWatch = followTheFront(program.globalPlay);
     followTheSession(*adapters.sessionWatch, program.globalKeyboard);
     tellOfTheEnd(program);
-    const posix::TerminationSignals signals(&QGuiApplication::quit);
+    const posix::ProcessSignals signals(&QGuiApplication::quit);
     if (!program.delegate.applicationDidFinishLaunching()) {
         std::cerr << "tavro: the window could not be made\n";
         return failure;

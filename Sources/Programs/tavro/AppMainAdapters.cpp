@@ -3,6 +3,7 @@
 #include "ApplicationShell/KeyboardTapChoice.h"
 #include "Platform/Headless/ApplicationVisibilityAdapter.h"
 #include "Platform/Headless/BootClockAdapter.h"
+#include "Platform/Headless/GuardAdapter.h"
 #include "Platform/Headless/KeyboardTapAdapter.h"
 #include "Platform/Headless/Keys/KeyEventTranslatorAdapter.h"
 #include "Platform/Headless/LoginItemServiceAdapter.h"
@@ -27,6 +28,7 @@
 #include "Platform/Linux/Desktop/LoginItemServiceAdapter.h"
 #include "Platform/Linux/Desktop/SystemBeep.h"
 #include "Platform/Linux/Evdev/KeyboardTapAdapter.h"
+#include "Platform/Linux/Guard/GuardProcess.h"
 #include "Platform/Linux/Session/OwnSeat.h"
 #include "Platform/Linux/Session/SessionWatchAdapter.h"
 #include "Platform/Linux/Settings/UserDefaultsAdapter.h"
@@ -81,37 +83,43 @@ std::unique_ptr<KeyEventTranslator> makeKeyEventTranslator() {
     return std::make_unique<headless::KeyEventTranslatorAdapter>();
 }
 
-std::unique_ptr<KeyboardTap> makeKeyboardTap() {
 #if defined(Q_OS_LINUX)
+std::unique_ptr<guard::GuardProcess> makeGuard() {
+    const auto display =
+        QGuiApplication::platformName() == QLatin1String("xcb") ? qgetenv("DISPLAY") : QByteArray();
+    return std::make_unique<guard::GuardProcess>(
+        QCoreApplication::applicationDirPath().toStdString() + "/tavro-guard", display.toStdString());
+}
+
+std::unique_ptr<KeyboardTap> makeKeyboardTap(guard::GuardProcess& guard) {
     const KeyboardTapChoice choice{.platformName = QGuiApplication::platformName(),
                                    .sessionType = qEnvironmentVariable("XDG_SESSION_TYPE"),
                                    .waylandDisplay = qEnvironmentVariable("WAYLAND_DISPLAY"),
                                    .hasInputDevices = QFileInfo::exists(QStringLiteral("/dev/input"))};
     switch (choice.kind()) {
     case KeyboardTapChoice::Kind::x11:
-        return std::make_unique<x11::KeyboardTapAdapter>(
-            QCoreApplication::applicationDirPath().toStdString() + "/tavro-key-guard");
+        return std::make_unique<x11::KeyboardTapAdapter>(guard);
     case KeyboardTapChoice::Kind::evdev:
         return std::make_unique<evdev::KeyboardTapAdapter>(
-            evdev::InputDevices{.seat = linuxos::OwnSeat::name()});
+            evdev::InputDevices{.seat = linuxos::OwnSeat::name()}, &guard);
     case KeyboardTapChoice::Kind::none:
         break;
     }
-#elif defined(Q_OS_MACOS)
-    return std::make_unique<macos::KeyboardTapAdapter>();
-#endif
     return std::make_unique<headless::KeyboardTapAdapter>();
 }
+#endif
 
 } // namespace
 
 AppMainAdapters AppMainAdapters::ofThisPlatform(const QString& midi, MainActor& mainActor) {
     auto adapters = headless();
     adapters.midiSystem = makeMidiSystem(midi, mainActor);
-    adapters.keyboardTap = makeKeyboardTap();
     adapters.keyEventTranslator = makeKeyEventTranslator();
 #if defined(Q_OS_LINUX)
     adapters.sessionWatch = std::make_unique<linuxos::SessionWatchAdapter>();
+    auto guard = makeGuard();
+    adapters.keyboardTap = makeKeyboardTap(*guard);
+    adapters.guard = std::move(guard);
     adapters.userDefaults = std::make_unique<linuxos::UserDefaultsAdapter>();
     adapters.bootClock = std::make_unique<linuxos::BootClockAdapter>();
     adapters.loginItemService = std::make_unique<linuxos::LoginItemServiceAdapter>();
@@ -122,6 +130,7 @@ AppMainAdapters AppMainAdapters::ofThisPlatform(const QString& midi, MainActor& 
     }
 #elif defined(Q_OS_MACOS)
     adapters.sessionWatch = std::make_unique<macos::SessionWatchAdapter>();
+    adapters.keyboardTap = std::make_unique<macos::KeyboardTapAdapter>();
     adapters.userDefaults = std::make_unique<macos::UserDefaultsAdapter>();
     adapters.bootClock = std::make_unique<macos::BootClockAdapter>();
     adapters.loginItemService = std::make_unique<macos::LoginItemServiceAdapter>();
@@ -136,7 +145,8 @@ AppMainAdapters AppMainAdapters::ofThisPlatform(const QString& midi, MainActor& 
 }
 
 AppMainAdapters AppMainAdapters::headless() {
-    return {.midiSystem = std::make_unique<headless::MidiSystemAdapter>(),
+    return {.guard = std::make_unique<headless::GuardAdapter>(),
+            .midiSystem = std::make_unique<headless::MidiSystemAdapter>(),
             .keyboardTap = std::make_unique<headless::KeyboardTapAdapter>(),
             .sessionWatch = std::make_unique<headless::SessionWatchAdapter>(),
             .userDefaults = std::make_unique<headless::UserDefaultsAdapter>(),

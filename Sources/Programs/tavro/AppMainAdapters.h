@@ -7,6 +7,7 @@
 #include "PlatformInterfaces/Application/WindowAspect.h"
 #include "PlatformInterfaces/ApplicationVisibility.h"
 #include "PlatformInterfaces/BootClock.h"
+#include "PlatformInterfaces/Guard.h"
 #include "PlatformInterfaces/HeldKeyNotices.h"
 #include "PlatformInterfaces/HotkeyModifiers.h"
 #include "PlatformInterfaces/KeyEvent.h"
@@ -28,6 +29,8 @@ namespace tavro {
 
 /// The platform behind the program's interfaces. The only place that chooses adapters for `tavro`.
 struct AppMainAdapters {
+    /// Says farewell behind everything else.
+    std::unique_ptr<Guard> guard;
     std::unique_ptr<MidiSystem> midiSystem;
     std::unique_ptr<KeyboardTap> keyboardTap;
     std::unique_ptr<SessionWatch> sessionWatch;

@@ -36,6 +36,7 @@ AppMainComposition::AppMainComposition(const AppMainAdapters& adapters, MainActo
       midi(*adapters.midiSystem, mainActor), controller(midi, mainActor, selection.initialPreset().state),
       globalKeyboard(*adapters.keyboardTap, mainActor, pressedKeys),
       globalPlay(controller, globalKeyboard, preferences, AppMainAdapters::modifierNaming()),
+      guardLink(*adapters.guard, mainActor, midi),
       presets(controller, presetStore, *adapters.userDefaults, adapters.systemBeep, selection),
       launchAtLogin(loginItem), updates(AppMainUpdates::make(mainActor, &QGuiApplication::quit)),
       menu(*adapters.applicationVisibility, textEditing, menuActions(updates.get())),
@@ -65,6 +66,20 @@ AppMainComposition::AppMainComposition(const AppMainAdapters& adapters, MainActo
                         }
                     }}) {
     globalPlay.configureGlobalKeyboard();
+    connectGuard();
+}
+
+void AppMainComposition::connectGuard() {
+    // With a tap at work even the hotkey alone, pressed while the program hangs, would hold the keyboard.
+    const auto tell = [this] {
+        guardLink.setBusy(globalKeyboard.isAvailable() || !controller.activeKeys().empty());
+    };
+    QObject::connect(&controller, &PerformanceController::keyboardDisplayChanged, &controller, tell);
+    QObject::connect(&globalKeyboard, &GlobalKeyboardController::statusTextChanged, &controller, tell);
+    guardLink.onDeeds = [this](const Guard::Deeds& /*deeds*/) {
+        // Receivers are silent by now, or releases have gone by unseen.
+        controller.panic();
+    };
 }
 
 } // namespace tavro

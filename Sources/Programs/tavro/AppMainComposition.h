@@ -8,6 +8,7 @@
 #include "MidiOutput/MidiOutputManager.h"
 #include "Performance/GlobalKeyboardController.h"
 #include "Performance/GlobalPlay.h"
+#include "Performance/GuardLink.h"
 #include "Performance/PerformanceController.h"
 #include "Preferences/AppPreferences.h"
 #include "Presets/PresetLibrary.h"
@@ -38,6 +39,7 @@ struct AppMainComposition {
     std::shared_ptr<PressedKeys> pressedKeys = std::make_shared<PressedKeys>();
     GlobalKeyboardController globalKeyboard;
     GlobalPlay globalPlay;
+    GuardLink guardLink;
     PresetLibrary presets;
     LaunchAtLogin launchAtLogin;
     /// Null in a program that leaves updates to others.
@@ -47,6 +49,9 @@ struct AppMainComposition {
     MainWindowLoader window;
     MainQuickWindow applicationWindow;
     AppDelegate delegate;
+
+private:
+    void connectGuard();
 };
 
 } // namespace tavro

@@ -17,7 +17,7 @@ class TapProbe(Probe):
     FIRST_WORD = "made"
 
     def __init__(self, sandbox, guard=None, wrapper=()):
-        command = [*wrapper, built_program(self.VARIABLE), guard or built_program("TAVRO_KEY_GUARD")]
+        command = [*wrapper, built_program(self.VARIABLE), guard or built_program("TAVRO_GUARD")]
         self.program = sandbox.start("KeyboardTapProbe", command)
         self.program.ends_with_input = True
         self.creations = self.program.wait_for_object(lambda line: self.FIRST_WORD in line, "its beginning")

@@ -10,8 +10,11 @@ from .waiting import wait_for
 _LIBC = ctypes.CDLL(None)
 
 
-def _end_with_the_test():
-    """Makes the kernel end a started program when the test itself is killed, so that nothing stays behind."""
+def _prepare_the_process():
+    """Makes the kernel end a started program when the test itself is killed, so that nothing stays behind; and
+    undoes what a shell ignores for its background jobs."""
+    for ignored in (signal.SIGINT, signal.SIGQUIT, signal.SIGHUP, signal.SIGTSTP):
+        signal.signal(ignored, signal.SIG_DFL)
     set_parent_death_signal = 1
     _LIBC.prctl(set_parent_death_signal, signal.SIGTERM)
 
@@ -40,7 +43,7 @@ class Program:
                 stderr=log,
                 pass_fds=pass_fds,
                 cwd=os.path.dirname(log_path),
-                preexec_fn=_end_with_the_test,
+                preexec_fn=_prepare_the_process,
             )
         self._reader = threading.Thread(target=self._read, daemon=True)
         self._reader.start()

@@ -2,7 +2,9 @@
 
 #include "Platform/Linux/Alsa/PortDirectory.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <string>
 #include <utility>
 
 namespace tavro::alsa {
@@ -109,6 +111,24 @@ void MidiSystemAdapter::received(MidiObjectRef source, std::span<const std::uint
 
 std::optional<std::size_t> MidiSystemAdapter::listeners(MidiObjectRef source) {
     return source_ && numberOf(*source_) == source ? std::optional(listeners_) : std::nullopt;
+}
+
+std::vector<std::string> MidiSystemAdapter::receivers(MidiObjectRef source, MidiObjectRef destination) {
+    std::vector<PortAddress> found;
+    if (source_ && numberOf(*source_) == source) {
+        found = listListeners(*sequencer_, *source_);
+    }
+    if (identifiers_.isThere(destination)) {
+        const auto address = identifiers_.port(destination)->address;
+        if (std::ranges::find(found, address) == found.end()) {
+            found.push_back(address);
+        }
+    }
+    std::vector<std::string> words;
+    for (const auto& address : found) {
+        words.push_back("alsa " + std::to_string(address.client) + ':' + std::to_string(address.port));
+    }
+    return words;
 }
 
 void MidiSystemAdapter::disposePort(MidiObjectRef outputPort) {

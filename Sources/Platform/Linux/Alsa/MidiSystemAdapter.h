@@ -55,6 +55,9 @@ public:
     /// As many as there were when `onChange` was last called, or the list of destinations was asked for.
     [[nodiscard]] std::optional<std::size_t> listeners(MidiObjectRef source) override;
 
+    [[nodiscard]] std::vector<std::string> receivers(MidiObjectRef source,
+                                                     MidiObjectRef destination) override;
+
     /// What could not be delivered or was no MIDI message.
     [[nodiscard]] std::uint64_t droppedMessages() const override { return dropped_; }
 

@@ -70,4 +70,26 @@ std::size_t countListeners(snd_seq_t& sequencer, int port) {
     return static_cast<std::size_t>(snd_seq_port_info_get_read_use(info.get()));
 }
 
+std::vector<PortAddress> listListeners(snd_seq_t& sequencer, int port) {
+    std::vector<PortAddress> found;
+    snd_seq_query_subscribe_t* made = nullptr;
+    if (snd_seq_query_subscribe_malloc(&made) < 0) {
+        return found;
+    }
+    const std::unique_ptr<snd_seq_query_subscribe_t, void (*)(snd_seq_query_subscribe_t*)> query(
+        made, &snd_seq_query_subscribe_free);
+    const snd_seq_addr_t own{.client = static_cast<unsigned char>(snd_seq_client_id(&sequencer)),
+                             .port = static_cast<unsigned char>(port)};
+    snd_seq_query_subscribe_set_root(made, &own);
+    snd_seq_query_subscribe_set_type(made, SND_SEQ_QUERY_SUBS_READ);
+    for (int index = 0;; ++index) {
+        snd_seq_query_subscribe_set_index(made, index);
+        if (snd_seq_query_port_subscribers(&sequencer, made) < 0) {
+            return found;
+        }
+        const auto* const address = snd_seq_query_subscribe_get_addr(made);
+        found.push_back({address->client, address->port});
+    }
+}
+
 } // namespace tavro::alsa

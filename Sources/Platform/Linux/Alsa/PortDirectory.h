@@ -16,4 +16,7 @@ namespace tavro::alsa {
 /// How many ports are connected to this one of the handle's own ports and get what appears at it.
 [[nodiscard]] std::size_t countListeners(snd_seq_t& sequencer, int port);
 
+/// Who has subscribed to the port.
+[[nodiscard]] std::vector<PortAddress> listListeners(snd_seq_t& sequencer, int port);
+
 } // namespace tavro::alsa

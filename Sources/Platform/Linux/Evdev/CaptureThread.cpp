@@ -4,6 +4,7 @@
 #include "Platform/Linux/Evdev/HeldModifiers.h"
 #include "Platform/Linux/KeyCodes/EvdevKeyCodes.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <system_error>
@@ -15,8 +16,9 @@
 
 namespace tavro::evdev {
 
-CaptureThread::CaptureThread(KeyboardTap::Client& client, InputDevices devices)
-    : client_(client), devices_(std::move(devices)), wakeUp_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)),
+CaptureThread::CaptureThread(KeyboardTap::Client& client, InputDevices devices, guard::GuardProcess* guard)
+    : client_(client), devices_(std::move(devices)), guard_(guard),
+      wakeUp_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)),
       tell_([this](const KeyBalance::Change& change) { return tell(change); }) {
     if (!wakeUp_.isOpen()) {
         throw std::system_error(errno, std::generic_category());
@@ -56,11 +58,38 @@ void CaptureThread::run() {
             takeEvents();
         }
         if (keyboards_) {
+            // Before a grab begins.
+            showToGuard();
+        }
+        if (keyboards_) {
             longest = keyboards_->settle(swallowed_.arePlayed());
         }
         wait(longest);
     }
+    close();
+}
+
+void CaptureThread::showToGuard() {
+    if (guard_ == nullptr) {
+        return;
+    }
+    std::vector<int> devices;
+    std::vector<int> copies;
+    keyboards_->addFiles(devices, copies);
+    guard_->entrustDevices(devices, copies);
+    guard_->expectTapBeats(true);
+    if (guard_->tapBeat()) {
+        // The keys go to everybody again, and typed on the copies they would come twice.
+        end(KeyboardTap::End::lost);
+    }
+}
+
+void CaptureThread::close() {
     keyboards_.reset();
+    if (guard_ != nullptr) {
+        guard_->expectTapBeats(false);
+        guard_->entrustDevices({}, {});
+    }
 }
 
 void CaptureThread::obey() {
@@ -71,7 +100,7 @@ void CaptureThread::obey() {
         if (keyboards_ && !isStopping_) {
             keyboards_->tellReleases(tell_);
         }
-        keyboards_.reset();
+        close();
         return;
     }
     swallowed_.ask(client_);
@@ -84,6 +113,11 @@ void CaptureThread::wait(std::optional<std::chrono::microseconds> longest) const
     std::vector<pollfd> descriptors{{.fd = wakeUp_.number(), .events = POLLIN, .revents = 0}};
     if (keyboards_) {
         keyboards_->addDescriptors(descriptors);
+        if (guard_ != nullptr) {
+            descriptors.push_back({.fd = guard_->descriptor(), .events = POLLIN, .revents = 0});
+            longest = std::min(longest.value_or(Guard::beatInterval),
+                               std::chrono::microseconds(Guard::beatInterval));
+        }
     }
     const auto milliseconds =
         longest ? static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(*longest).count()) : -1;
@@ -109,7 +143,7 @@ void CaptureThread::takeEvents() {
 void CaptureThread::end(KeyboardTap::End reason) {
     hasEnded_ = true;
     keyboards_->tellReleases(tell_);
-    keyboards_.reset();
+    close();
     client_.tapEnded(reason);
 }
 

@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/Evdev/KeyboardDevices.h"
 #include "Platform/Linux/Evdev/SwallowedKeys.h"
+#include "Platform/Linux/Guard/GuardProcess.h"
 #include "Platform/Posix/FileDescriptor.h"
 #include "PlatformInterfaces/KeyboardTap.h"
 
@@ -19,7 +20,8 @@ namespace tavro::evdev {
 class CaptureThread {
 public:
     /// Starts it, with no keyboard opened. Throws std::system_error when the system refuses a thread.
-    CaptureThread(KeyboardTap::Client& client, InputDevices devices);
+    /// A guard, if there is one, gives the keyboards back when this thread does not answer.
+    CaptureThread(KeyboardTap::Client& client, InputDevices devices, guard::GuardProcess* guard);
 
     /// Waits for its end; the client is not called afterwards.
     ~CaptureThread();
@@ -40,11 +42,14 @@ private:
     void obey();
     void wait(std::optional<std::chrono::microseconds> longest) const;
     void takeEvents();
+    void showToGuard();
+    void close();
     void end(KeyboardTap::End reason);
     std::optional<KeyboardTap::Verdict> tell(const KeyBalance::Change& change);
 
     KeyboardTap::Client& client_;
     const InputDevices devices_;
+    guard::GuardProcess* const guard_;
     posix::FileDescriptor wakeUp_;
     std::atomic<bool> isOn_ = false;
     std::atomic<bool> isStopping_ = false;

@@ -40,6 +40,15 @@ void KeyboardDevices::addDescriptors(std::vector<pollfd>& descriptors) const {
     }
 }
 
+void KeyboardDevices::addFiles(std::vector<int>& devices, std::vector<int>& copies) const {
+    for (const auto& keyboard : keyboards_) {
+        devices.push_back(keyboard->device().descriptor());
+        if (keyboard->copyDescriptor() >= 0) {
+            copies.push_back(keyboard->copyDescriptor());
+        }
+    }
+}
+
 bool KeyboardDevices::takeNext(const Tell& tell) {
     GrabbedKeyboard* earliest = nullptr;
     std::optional<std::int64_t> earliestTime;

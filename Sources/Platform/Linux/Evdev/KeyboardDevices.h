@@ -29,6 +29,9 @@ public:
     /// What to wait for, appended to the list.
     void addDescriptors(std::vector<pollfd>& descriptors) const;
 
+    /// The open files of all keyboards and of their copies, appended to the lists.
+    void addFiles(std::vector<int>& devices, std::vector<int>& copies) const;
+
     /// Takes the earliest event of all keyboards, whichever was typed on. False when none has come.
     [[nodiscard]] bool takeNext(const Tell& tell);
 

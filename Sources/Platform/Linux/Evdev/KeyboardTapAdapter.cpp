@@ -9,7 +9,8 @@
 
 namespace tavro::evdev {
 
-KeyboardTapAdapter::KeyboardTapAdapter(InputDevices devices) : devices_(std::move(devices)) {}
+KeyboardTapAdapter::KeyboardTapAdapter(InputDevices devices, guard::GuardProcess* guard)
+    : devices_(std::move(devices)), guard_(guard) {}
 
 KeyboardTapAdapter::~KeyboardTapAdapter() = default;
 
@@ -23,7 +24,7 @@ bool KeyboardTapAdapter::create(Client& client) {
         return false;
     }
     try {
-        thread_ = std::make_unique<CaptureThread>(client, devices_);
+        thread_ = std::make_unique<CaptureThread>(client, devices_, guard_);
     } catch (const std::system_error&) {
         return false;
     }

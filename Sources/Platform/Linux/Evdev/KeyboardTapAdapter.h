@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/Evdev/InputDevices.h"
+#include "Platform/Linux/Guard/GuardProcess.h"
 #include "PlatformInterfaces/KeyboardTap.h"
 
 #include <memory>
@@ -17,7 +18,8 @@ class CaptureThread;
 /// the client hears of the keys all the same. The client is called on a thread of the tap's own.
 class KeyboardTapAdapter : public KeyboardTap {
 public:
-    explicit KeyboardTapAdapter(InputDevices devices = {});
+    /// The guard outlives this. Without one, a program that is stopped or hangs keeps the keyboards.
+    explicit KeyboardTapAdapter(InputDevices devices = {}, guard::GuardProcess* guard = nullptr);
     ~KeyboardTapAdapter() override;
 
     /// The system has nothing to ask the user with, so that `prompts` changes nothing.
@@ -30,6 +32,7 @@ public:
 
 private:
     const InputDevices devices_;
+    guard::GuardProcess* guard_;
     std::unique_ptr<CaptureThread> thread_;
 };
 

@@ -6,6 +6,7 @@
 #include <jack/midiport.h>
 #include <jack/uuid.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace tavro::jack {
@@ -198,6 +199,28 @@ std::optional<std::size_t> MidiSystemAdapter::listeners(MidiObjectRef source) {
     }
     const auto connections = jack_port_connected(source_.port);
     return connections < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(connections));
+}
+
+std::vector<std::string> MidiSystemAdapter::receivers(MidiObjectRef source, MidiObjectRef destination) {
+    std::vector<std::string> found;
+    if (!isConnected()) {
+        return found;
+    }
+    auto add = [&found](const std::string& portName) {
+        if (auto words = "jack " + portName; std::ranges::find(found, words) == found.end()) {
+            found.push_back(std::move(words));
+        }
+    };
+    if (source == sourceReference && source_.port != nullptr) {
+        const PortNames connections(jack_port_get_all_connections(client_, source_.port));
+        for (const auto* const portName : connections) {
+            add(portName);
+        }
+    }
+    if (const auto* portName = identifiers_.portName(destination); portName != nullptr) {
+        add(*portName);
+    }
+    return found;
 }
 
 void MidiSystemAdapter::disposePort(MidiObjectRef outputPort) {

@@ -62,6 +62,9 @@ public:
     void setLossHandler(std::function<void()> onLoss) override;
     [[nodiscard]] std::optional<std::size_t> listeners(MidiObjectRef source) override;
 
+    [[nodiscard]] std::vector<std::string> receivers(MidiObjectRef source,
+                                                     MidiObjectRef destination) override;
+
     /// These two return once what was sent before has gone over the wire, or after a bounded wait.
     void disposePort(MidiObjectRef outputPort) override;
     void disposeEndpoint(MidiObjectRef source) override;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/X11/KeyGuard.h"
+#include "Platform/Linux/Guard/GuardProcess.h"
 #include "Platform/Linux/X11/Repeat/KeySet.h"
 
 #include <xcb/xcb.h>
@@ -13,7 +13,7 @@ namespace tavro::x11 {
 class AutorepeatSettings {
 public:
     /// Both outlive this.
-    AutorepeatSettings(xcb_connection_t* connection, KeyGuard& guard)
+    AutorepeatSettings(xcb_connection_t* connection, guard::GuardProcess& guard)
         : connection_(connection), guard_(guard) {}
 
     /// Exactly these keys do not repeat, apart from those that the user keeps from it. Keys that are no
@@ -26,8 +26,10 @@ public:
     void reapply();
 
 private:
+    void entrustChanged() const;
+
     xcb_connection_t* connection_;
-    KeyGuard& guard_;
+    guard::GuardProcess& guard_;
     /// What was wanted last.
     KeySet wanted_;
     /// Those of them that did repeat.

@@ -14,7 +14,15 @@ std::unique_ptr<Connection> Connection::open(const std::string& display) {
         !made->findKeyboard()) {
         return nullptr;
     }
+    made->makeMark();
     return made;
+}
+
+void Connection::makeMark() {
+    mark_ = xcb_generate_id(get());
+    // Never shown, and too small to be in anybody's way.
+    xcb_create_window(get(), XCB_COPY_FROM_PARENT, mark_, root_, -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                      XCB_COPY_FROM_PARENT, 0, nullptr);
 }
 
 bool Connection::findRoots(int screenNumber) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -20,6 +21,9 @@ public:
     Connection& operator=(const Connection&) = delete;
 
     [[nodiscard]] xcb_connection_t* get() const { return connection_.get(); }
+
+    /// Something that belongs to this connection, by which another one can end it.
+    [[nodiscard]] std::uint32_t mark() const { return mark_; }
 
     /// The root window of the display's default screen.
     [[nodiscard]] xcb_window_t root() const { return root_; }
@@ -45,11 +49,13 @@ private:
 
     explicit Connection(xcb_connection_t* connection) : connection_(connection) {}
 
+    void makeMark();
     [[nodiscard]] bool findRoots(int screenNumber);
     [[nodiscard]] bool findInputExtension();
     [[nodiscard]] bool findKeyboard();
 
     std::unique_ptr<xcb_connection_t, Disconnect> connection_;
+    xcb_window_t mark_ = XCB_NONE;
     xcb_window_t root_ = XCB_NONE;
     std::vector<xcb_window_t> roots_;
     xcb_input_device_id_t keyboard_ = 0;

@@ -6,8 +6,8 @@
 
 namespace tavro::x11 {
 
-KeyboardTapAdapter::KeyboardTapAdapter(std::string watchdogProgram, std::string display)
-    : watchdogProgram_(std::move(watchdogProgram)), display_(std::move(display)) {}
+KeyboardTapAdapter::KeyboardTapAdapter(guard::GuardProcess& guard, std::string display)
+    : guard_(guard), display_(std::move(display)) {}
 
 KeyboardTapAdapter::~KeyboardTapAdapter() {
     dispose();
@@ -20,7 +20,7 @@ bool KeyboardTapAdapter::isTrusted(bool /*prompts*/) {
 bool KeyboardTapAdapter::create(Client& client) {
     // The old one first: two at a time would take the keys from each other.
     dispose();
-    thread_ = TapThread::start(client, watchdogProgram_, display_);
+    thread_ = TapThread::start(client, guard_, display_);
     return thread_ != nullptr;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/Guard/GuardProcess.h"
 #include "PlatformInterfaces/KeyboardTap.h"
 
 #include <memory>
@@ -15,9 +16,8 @@ class TapThread;
 /// return.
 class KeyboardTapAdapter final : public KeyboardTap {
 public:
-    /// The path of the program that lets the keys repeat again if this one is killed. An empty display means
-    /// the one of the environment.
-    explicit KeyboardTapAdapter(std::string watchdogProgram, std::string display = {});
+    /// The guard outlives this. An empty display means the one of the environment.
+    explicit KeyboardTapAdapter(guard::GuardProcess& guard, std::string display = {});
     ~KeyboardTapAdapter() override;
 
     /// X lets every program see the keys.
@@ -28,7 +28,7 @@ public:
     void dispose() override;
 
 private:
-    std::string watchdogProgram_;
+    guard::GuardProcess& guard_;
     std::string display_;
     std::unique_ptr<TapThread> thread_;
 };

@@ -6,10 +6,9 @@
 
 namespace tavro::x11 {
 
-TapSession::TapSession(const Connection& connection, KeyboardTap::Client& client, std::string guardProgram,
-                       std::string display)
-    : connection_(connection), client_(client), guard_(std::move(guardProgram), std::move(display)),
-      grabs_(connection), autorepeat_(connection.get(), guard_) {}
+TapSession::TapSession(const Connection& connection, KeyboardTap::Client& client, guard::GuardProcess& guard)
+    : connection_(connection), client_(client), guard_(guard), grabs_(connection),
+      autorepeat_(connection.get(), guard) {}
 
 bool TapSession::begin() {
     if (!EventReader::select(connection_) || !readKeyboard()) {
@@ -77,9 +76,14 @@ void TapSession::setOn(bool isOn) {
     }
     isOn_ = isOn;
     if (isOn) {
+        // Before anything is grabbed.
+        guard_.entrustConnection(connection_.mark());
+        guard_.expectTapBeats(true);
         refresh();
     } else {
         letGo();
+        guard_.expectTapBeats(false);
+        guard_.entrustConnection(0);
     }
 }
 
@@ -137,7 +141,9 @@ std::optional<KeyboardTap::End> TapSession::takeEvents() {
     tellMissedReleases();
     if (connection_.isLost()) {
         // The server may live on without this connection, and the repeats with it; the guard has its own.
-        guard_.end();
+        guard_.restoreRepeats();
+        guard_.expectTapBeats(false);
+        guard_.entrustConnection(0);
         return KeyboardTap::End::lost;
     }
     return std::nullopt;

@@ -1,17 +1,16 @@
 #pragma once
 
+#include "Platform/Linux/Guard/GuardProcess.h"
 #include "Platform/Linux/X11/AutorepeatSettings.h"
 #include "Platform/Linux/X11/Connection.h"
 #include "Platform/Linux/X11/EmergencyExit.h"
 #include "Platform/Linux/X11/EventReader.h"
 #include "Platform/Linux/X11/KeyGrabs.h"
-#include "Platform/Linux/X11/KeyGuard.h"
 #include "Platform/Linux/X11/ModifierMap.h"
 #include "Platform/Linux/X11/VerdictSample.h"
 #include "PlatformInterfaces/KeyboardTap.h"
 
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace tavro::x11 {
@@ -20,9 +19,8 @@ namespace tavro::x11 {
 /// releases. Made on one thread, then used on one other. Holds no lock while the client is called.
 class TapSession {
 public:
-    /// The connection and the client outlive this. The program is the one that guards the repeats.
-    TapSession(const Connection& connection, KeyboardTap::Client& client, std::string guardProgram,
-               std::string display);
+    /// All of them outlive this.
+    TapSession(const Connection& connection, KeyboardTap::Client& client, guard::GuardProcess& guard);
 
     /// Asks the server for what it needs to know. False when there is no answer.
     [[nodiscard]] bool begin();
@@ -55,7 +53,7 @@ private:
 
     const Connection& connection_;
     KeyboardTap::Client& client_;
-    KeyGuard guard_;
+    guard::GuardProcess& guard_;
     KeyGrabs grabs_;
     AutorepeatSettings autorepeat_;
     ModifierMap modifierMap_;

@@ -16,19 +16,19 @@ namespace {
 void preferThisThread() {
     sched_param parameter{};
     parameter.sched_priority = sched_get_priority_min(SCHED_FIFO);
-    // Not for the guard, which is started here.
+    // Not for a guard that is started here.
     sched_setscheduler(0, SCHED_FIFO | SCHED_RESET_ON_FORK, &parameter);
 }
 
 } // namespace
 
-std::unique_ptr<TapThread> TapThread::start(KeyboardTap::Client& client, const std::string& guardProgram,
+std::unique_ptr<TapThread> TapThread::start(KeyboardTap::Client& client, guard::GuardProcess& guard,
                                             const std::string& display) {
     auto connection = Connection::open(display);
     if (!connection) {
         return nullptr;
     }
-    std::unique_ptr<TapThread> made(new TapThread(std::move(connection), client, guardProgram, display));
+    std::unique_ptr<TapThread> made(new TapThread(std::move(connection), client, guard));
     if (!made->wakeUp_.isThere() || !made->session_.begin()) {
         return nullptr;
     }
@@ -43,9 +43,9 @@ std::unique_ptr<TapThread> TapThread::start(KeyboardTap::Client& client, const s
 }
 
 TapThread::TapThread(std::unique_ptr<Connection> connection, KeyboardTap::Client& client,
-                     const std::string& guardProgram, const std::string& display)
-    : connection_(std::move(connection)), client_(client),
-      session_(*connection_, client, guardProgram, display) {}
+                     guard::GuardProcess& guard)
+    : connection_(std::move(connection)), client_(client), guard_(guard),
+      session_(*connection_, client, guard) {}
 
 TapThread::~TapThread() {
     isEnding_ = true;
@@ -84,6 +84,10 @@ bool TapThread::obey() {
         return true;
     }
     session_.setOn(isOn_);
+    if (isOn_) {
+        // What the guard does here ends the connection, which is noticed by that.
+        static_cast<void>(guard_.tapBeat());
+    }
     if (isStale_.exchange(false)) {
         session_.refreshAndCompare();
     }
@@ -94,7 +98,7 @@ void TapThread::waitForWork() const {
     xcb_flush(connection_->get());
     std::array<pollfd, 2> sources{pollfd{xcb_get_file_descriptor(connection_->get()), POLLIN, 0},
                                   pollfd{wakeUp_.descriptor(), POLLIN, 0}};
-    poll(sources.data(), sources.size(), -1);
+    poll(sources.data(), sources.size(), isOn_ ? static_cast<int>(Guard::beatInterval.count()) : -1);
 }
 
 } // namespace tavro::x11

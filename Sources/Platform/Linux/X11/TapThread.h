@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/Guard/GuardProcess.h"
 #include "Platform/Linux/X11/Connection.h"
 #include "Platform/Linux/X11/TapSession.h"
 #include "Platform/Linux/X11/WakeUp.h"
@@ -16,9 +17,10 @@ namespace tavro::x11 {
 /// after, in the order: switching, then verdicts.
 class TapThread {
 public:
-    /// Null when the display, or what is needed of it, is not there. The client outlives the thread.
+    /// Null when the display, or what is needed of it, is not there. The client and the guard outlive the
+    /// thread.
     [[nodiscard]] static std::unique_ptr<TapThread>
-    start(KeyboardTap::Client& client, const std::string& guardProgram, const std::string& display);
+    start(KeyboardTap::Client& client, guard::GuardProcess& guard, const std::string& display);
     /// Lets go of every key and waits for the end of the thread.
     ~TapThread();
 
@@ -32,7 +34,7 @@ public:
 
 private:
     TapThread(std::unique_ptr<Connection> connection, KeyboardTap::Client& client,
-              const std::string& guardProgram, const std::string& display);
+              guard::GuardProcess& guard);
 
     void run();
     /// True when the thread is to end.
@@ -41,6 +43,7 @@ private:
 
     std::unique_ptr<Connection> connection_;
     KeyboardTap::Client& client_;
+    guard::GuardProcess& guard_;
     TapSession session_;
     WakeUp wakeUp_;
     std::atomic<bool> isOn_ = false;

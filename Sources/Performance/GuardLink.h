@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Concurrency/MainActor.h"
+#include "MidiOutput/MidiOutputManager.h"
+#include "PlatformInterfaces/Guard.h"
+
+#include <functional>
+
+namespace tavro {
+
+/// Keeps the guard informed: whom it would have to silence, and that the main thread lives, as long as that
+/// matters. Main thread only.
+class GuardLink {
+public:
+    /// All of them must outlive this.
+    GuardLink(Guard& guard, MainActor& mainActor, const MidiOutputManager& midi);
+    ~GuardLink();
+    GuardLink(const GuardLink&) = delete;
+    GuardLink& operator=(const GuardLink&) = delete;
+
+    /// Called when the guard has acted although the program lives: it was stopped, or busy for too long.
+    std::function<void(const Guard::Deeds&)> onDeeds;
+
+    /// Whether something sounds, or other programs' keys are taken. At rest nothing wakes the program.
+    void setBusy(bool isBusy);
+
+private:
+    void beat();
+
+    Guard& guard_;
+    MainActor& mainActor_;
+    const MidiOutputManager& midi_;
+    bool isBusy_ = false;
+    ScheduledTask nextBeat_;
+    QMetaObject::Connection receivers_;
+};
+
+} // namespace tavro

@@ -44,6 +44,17 @@ std::unique_ptr<QAbstractNativeEventFilter> followTheFront(GlobalPlay& globalPla
     return nullptr;
 }
 
+/// What is typed in front of a lock screen or in another session is not for Global Play.
+void followTheSession(SessionWatch& watch, GlobalKeyboardController& keyboard) {
+    watch.start([&keyboard](bool isInFront) {
+        if (isInFront) {
+            keyboard.resume(GlobalKeyboardController::Pause::session);
+        } else {
+            keyboard.pause(GlobalKeyboardController::Pause::session);
+        }
+    });
+}
+
 void tellOfTheEnd(AppMainComposition& program) {
     auto& delegate = program.delegate;
     auto& controller = program.controller;
@@ -102,6 +113,7 @@ int runApplication(const ApplicationOptions& options) {
         printStatusTexts(program);
     }
     const auto focusWatch = followTheFront(program.globalPlay);
+    followTheSession(*adapters.sessionWatch, program.globalKeyboard);
     tellOfTheEnd(program);
     std::optional<posix::ProcessSignals> signals;
     signals.emplace(&QGuiApplication::quit, [&] { stopInOrder(program, mainActor, *signals); });

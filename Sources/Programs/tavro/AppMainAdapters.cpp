@@ -9,6 +9,7 @@
 #include "Platform/Headless/LoginItemServiceAdapter.h"
 #include "Platform/Headless/MenuBarAdapter.h"
 #include "Platform/Headless/MidiSystemAdapter.h"
+#include "Platform/Headless/SessionWatchAdapter.h"
 #include "Platform/Headless/UserDefaultsAdapter.h"
 #include "Platform/Headless/WindowAspectAdapter.h"
 #include "Programs/MidiSystems/MidiSystems.h"
@@ -28,6 +29,8 @@
 #include "Platform/Linux/Desktop/SystemBeep.h"
 #include "Platform/Linux/Evdev/KeyboardTapAdapter.h"
 #include "Platform/Linux/Guard/GuardProcess.h"
+#include "Platform/Linux/Session/OwnSeat.h"
+#include "Platform/Linux/Session/SessionWatchAdapter.h"
 #include "Platform/Linux/Settings/UserDefaultsAdapter.h"
 #include "Platform/Linux/X11/ApplicationVisibilityAdapter.h"
 #include "Platform/Linux/X11/DetectableAutorepeat.h"
@@ -44,6 +47,7 @@
 #include "Platform/MacOS/Keys/KeyEventTranslatorAdapter.h"
 #include "Platform/MacOS/LoginItemServiceAdapter.h"
 #include "Platform/MacOS/MenuBarAdapter.h"
+#include "Platform/MacOS/SessionWatchAdapter.h"
 #include "Platform/MacOS/SystemBeep.h"
 #include "Platform/MacOS/UserDefaultsAdapter.h"
 #include "Platform/MacOS/WindowAspectAdapter.h"
@@ -96,7 +100,8 @@ std::unique_ptr<KeyboardTap> makeKeyboardTap(guard::GuardProcess& guard) {
     case KeyboardTapChoice::Kind::x11:
         return std::make_unique<x11::KeyboardTapAdapter>(guard);
     case KeyboardTapChoice::Kind::evdev:
-        return std::make_unique<evdev::KeyboardTapAdapter>("/dev/input", "/dev/uinput", &guard);
+        return std::make_unique<evdev::KeyboardTapAdapter>(
+            evdev::InputDevices{.seat = linuxos::OwnSeat::name()}, &guard);
     case KeyboardTapChoice::Kind::none:
         break;
     }
@@ -111,6 +116,7 @@ AppMainAdapters AppMainAdapters::ofThisPlatform(const QString& midi, MainActor& 
     adapters.midiSystem = makeMidiSystem(midi, mainActor);
     adapters.keyEventTranslator = makeKeyEventTranslator();
 #if defined(Q_OS_LINUX)
+    adapters.sessionWatch = std::make_unique<linuxos::SessionWatchAdapter>();
     auto guard = makeGuard();
     adapters.keyboardTap = makeKeyboardTap(*guard);
     adapters.guard = std::move(guard);
@@ -123,6 +129,7 @@ AppMainAdapters AppMainAdapters::ofThisPlatform(const QString& midi, MainActor& 
         adapters.windowAspect = std::make_unique<x11::WindowAspectAdapter>();
     }
 #elif defined(Q_OS_MACOS)
+    adapters.sessionWatch = std::make_unique<macos::SessionWatchAdapter>();
     adapters.keyboardTap = std::make_unique<macos::KeyboardTapAdapter>();
     adapters.userDefaults = std::make_unique<macos::UserDefaultsAdapter>();
     adapters.bootClock = std::make_unique<macos::BootClockAdapter>();
@@ -141,6 +148,7 @@ AppMainAdapters AppMainAdapters::headless() {
     return {.guard = std::make_unique<headless::GuardAdapter>(),
             .midiSystem = std::make_unique<headless::MidiSystemAdapter>(),
             .keyboardTap = std::make_unique<headless::KeyboardTapAdapter>(),
+            .sessionWatch = std::make_unique<headless::SessionWatchAdapter>(),
             .userDefaults = std::make_unique<headless::UserDefaultsAdapter>(),
             .bootClock = std::make_unique<headless::BootClockAdapter>(),
             .loginItemService = std::make_unique<headless::LoginItemServiceAdapter>(),

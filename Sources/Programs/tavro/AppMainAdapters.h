@@ -14,6 +14,7 @@
 #include "PlatformInterfaces/KeyboardTap.h"
 #include "PlatformInterfaces/LoginItemService.h"
 #include "PlatformInterfaces/MidiSystem.h"
+#include "PlatformInterfaces/SessionWatch.h"
 #include "PlatformInterfaces/UserDefaults.h"
 
 #include <QAbstractNativeEventFilter>
@@ -32,6 +33,7 @@ struct AppMainAdapters {
     std::unique_ptr<Guard> guard;
     std::unique_ptr<MidiSystem> midiSystem;
     std::unique_ptr<KeyboardTap> keyboardTap;
+    std::unique_ptr<SessionWatch> sessionWatch;
     std::unique_ptr<UserDefaults> userDefaults;
     std::unique_ptr<BootClock> bootClock;
     std::unique_ptr<LoginItemService> loginItemService;

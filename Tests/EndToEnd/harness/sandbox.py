@@ -9,6 +9,7 @@ from .program import Program
 
 PACKAGES = {
     "Xvfb": "xvfb",
+    "dbus-daemon": "dbus-daemon",
     "dpkg-deb": "dpkg",
     "fluidsynth": "fluidsynth",
     "gpg": "gnupg",
@@ -73,6 +74,9 @@ class Sandbox:
             "XDG_STATE_HOME": self._make_folder("home/.local/state"),
             "XDG_RUNTIME_DIR": self._make_folder("runtime"),
             "TMPDIR": self._make_folder("tmp"),
+            # What the session of whoever runs the tests does meanwhile is not for the programs in here.
+            "DBUS_SYSTEM_BUS_ADDRESS": f"unix:path={self.folder}/no-system-bus",
+            "DBUS_SESSION_BUS_ADDRESS": f"unix:path={self.folder}/no-session-bus",
         }
         self._end_the_tour()
 

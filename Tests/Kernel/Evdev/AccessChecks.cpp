@@ -37,7 +37,7 @@ int answersToNobody(const std::string& folder, const std::string& uinput = "/dev
         if (setgid(nobody) != 0 || setuid(nobody) != 0) {
             return 100;
         }
-        evdev::KeyboardTapAdapter tap(folder, uinput);
+        evdev::KeyboardTapAdapter tap({.folder = folder, .uinputPath = uinput});
         return answersOf(tap);
     });
     return child.wait();
@@ -122,7 +122,7 @@ void copiesDoNotMatter() {
     folder.add(stage.keyboard, 0666);
     ChildProcess owner([&] {
         ScriptedClient client;
-        evdev::KeyboardTapAdapter tap(folder.path());
+        evdev::KeyboardTapAdapter tap({.folder = folder.path()});
         if (!tap.create(client)) {
             return 1;
         }
@@ -139,7 +139,7 @@ void copiesDoNotMatter() {
 void devicesWithoutAKeyboardAreNoTap() {
     const TestKeyboard mouse("M", TestKeyboard::Kind::mouse);
     InputFolder folder;
-    evdev::KeyboardTapAdapter tap(folder.path());
+    evdev::KeyboardTapAdapter tap({.folder = folder.path()});
     expectAnswers(answersOf(tap), trustedOnly, "no device at all");
     folder.add(mouse);
     expectAnswers(answersOf(tap), trustedOnly, "a mouse alone");
@@ -147,9 +147,9 @@ void devicesWithoutAKeyboardAreNoTap() {
 
 void whatIsMissingIsNotForbidden() {
     const Stage stage;
-    evdev::KeyboardTapAdapter withoutFolder("/dev/shm/no-such-folder");
+    evdev::KeyboardTapAdapter withoutFolder({.folder = "/dev/shm/no-such-folder"});
     expectAnswers(answersOf(withoutFolder), trustedOnly, "no folder");
-    evdev::KeyboardTapAdapter withoutUinput("/dev/input", "/dev/shm/no-such-file");
+    evdev::KeyboardTapAdapter withoutUinput({.uinputPath = "/dev/shm/no-such-file"});
     expectAnswers(answersOf(withoutUinput), trustedOnly, "no uinput");
 }
 
@@ -174,7 +174,7 @@ void keyboardThatBecomesAllowedJoins() {
         }
         ScriptedClient client;
         client.setPlaying(true);
-        evdev::KeyboardTapAdapter tap(folder.path());
+        evdev::KeyboardTapAdapter tap({.folder = folder.path()});
         if (!tap.create(client)) {
             return 1;
         }

@@ -29,6 +29,15 @@ std::vector<Check> endChecks();
 /// What the system must allow.
 std::vector<Check> accessChecks();
 
+/// What the udev rule does, and what is told about it.
+std::vector<Check> ruleChecks();
+
+/// Whose keyboards are opened.
+std::vector<Check> seatChecks();
+
+/// Several logins on one computer.
+std::vector<Check> terminalChecks();
+
 /// Many keys, and more of them than can be read in time.
 std::vector<Check> stressChecks();
 

@@ -139,7 +139,7 @@ void lostFolderEndsIt() {
     Stage stage;
     InputFolder folder;
     folder.add(stage.keyboard);
-    evdev::KeyboardTapAdapter tap(folder.path());
+    evdev::KeyboardTapAdapter tap({.folder = folder.path()});
     stage.client.setPlaying(true);
     expect(tap.create(stage.client), "the tap cannot be made");
     tap.enable(true);
@@ -157,7 +157,7 @@ void lastKeyboardMayGoAndReturn() {
     InputFolder folder;
     auto only = std::make_unique<TestKeyboard>("B");
     folder.add(*only);
-    evdev::KeyboardTapAdapter tap(folder.path());
+    evdev::KeyboardTapAdapter tap({.folder = folder.path()});
     stage.client.setPlaying(true);
     expect(tap.create(stage.client), "the tap cannot be made");
     tap.enable(true);

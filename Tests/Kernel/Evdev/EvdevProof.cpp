@@ -20,6 +20,7 @@ std::vector<Check> allChecks() {
     for (const auto& part :
          {tavro::proof::playingChecks(), tavro::proof::deviceChecks(), tavro::proof::copyChecks(),
           tavro::proof::grabChecks(), tavro::proof::endChecks(), tavro::proof::accessChecks(),
+          tavro::proof::ruleChecks(), tavro::proof::seatChecks(), tavro::proof::terminalChecks(),
           tavro::proof::stressChecks()}) {
         checks.insert(checks.end(), part.begin(), part.end());
     }

@@ -26,9 +26,10 @@ public:
     /// Takes the folder away.
     void remove();
 
-private:
+    /// The own file of the device that has this file elsewhere.
     [[nodiscard]] std::string pathOf(const std::string& path) const;
 
+private:
     std::string path_;
 };
 

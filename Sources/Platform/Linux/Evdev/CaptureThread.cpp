@@ -17,10 +17,9 @@
 
 namespace tavro::evdev {
 
-CaptureThread::CaptureThread(KeyboardTap::Client& client, std::string inputFolder, std::string uinputPath,
-                             guard::GuardProcess* guard)
-    : client_(client), inputFolder_(std::move(inputFolder)), uinputPath_(std::move(uinputPath)),
-      guard_(guard), wakeUp_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)),
+CaptureThread::CaptureThread(KeyboardTap::Client& client, InputDevices devices, guard::GuardProcess* guard)
+    : client_(client), devices_(std::move(devices)), guard_(guard),
+      wakeUp_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)),
       tell_([this](const KeyBalance::Change& change) { return tell(change); }) {
     if (!wakeUp_.isOpen()) {
         throw std::system_error(errno, std::generic_category());
@@ -108,7 +107,7 @@ void CaptureThread::obey() {
     }
     swallowed_.ask(client_);
     if (!keyboards_) {
-        keyboards_ = std::make_unique<KeyboardDevices>(inputFolder_, uinputPath_);
+        keyboards_ = std::make_unique<KeyboardDevices>(devices_);
     }
 }
 

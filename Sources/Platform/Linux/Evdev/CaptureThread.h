@@ -21,8 +21,7 @@ class CaptureThread {
 public:
     /// Starts it, with no keyboard opened. Throws std::system_error when the system refuses a thread.
     /// A guard, if there is one, gives the keyboards back when this thread does not answer.
-    CaptureThread(KeyboardTap::Client& client, std::string inputFolder, std::string uinputPath,
-                  guard::GuardProcess* guard);
+    CaptureThread(KeyboardTap::Client& client, InputDevices devices, guard::GuardProcess* guard);
 
     /// Waits for its end; the client is not called afterwards.
     ~CaptureThread();
@@ -49,8 +48,7 @@ private:
     std::optional<KeyboardTap::Verdict> tell(const KeyBalance::Change& change);
 
     KeyboardTap::Client& client_;
-    const std::string inputFolder_;
-    const std::string uinputPath_;
+    const InputDevices devices_;
     guard::GuardProcess* const guard_;
     posix::FileDescriptor wakeUp_;
     std::atomic<bool> isOn_ = false;

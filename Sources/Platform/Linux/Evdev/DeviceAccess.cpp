@@ -24,23 +24,28 @@ bool isForbidden(const std::string& path, int mode) {
     return error == EACCES || error == EPERM || error == EROFS;
 }
 
+bool mayBeKeyboard(const DeviceNode& node, const InputDevices& devices) {
+    const auto kind = node.kind(devices.seat);
+    return kind == DeviceNode::Kind::keyboard || kind == DeviceNode::Kind::unknown;
+}
+
 } // namespace
 
-bool DeviceAccess::isAllowed(const std::string& inputFolder, const std::string& uinputPath) {
-    if (isForbidden(uinputPath, O_RDWR) || isForbidden(inputFolder, O_RDONLY | O_DIRECTORY)) {
+bool DeviceAccess::isAllowed(const InputDevices& devices) {
+    if (isForbidden(devices.uinputPath, O_RDWR) || isForbidden(devices.folder, O_RDONLY | O_DIRECTORY)) {
         return false;
     }
-    const auto nodes = DeviceNode::list(inputFolder).value_or(std::vector<DeviceNode>());
-    return std::ranges::none_of(nodes, [](const DeviceNode& node) {
-        return node.kind() != DeviceNode::Kind::other && isForbidden(node.path(), O_RDWR);
+    const auto nodes = DeviceNode::list(devices.folder).value_or(std::vector<DeviceNode>());
+    return std::ranges::none_of(nodes, [&](const DeviceNode& node) {
+        return mayBeKeyboard(node, devices) && isForbidden(node.path(), O_RDWR);
     });
 }
 
-bool DeviceAccess::canCapture(const std::string& inputFolder, const std::string& uinputPath) {
-    const auto nodes = DeviceNode::list(inputFolder);
-    return nodes && errorOfOpening(uinputPath, O_RDWR) == 0 &&
-           std::ranges::any_of(*nodes, [](const DeviceNode& node) {
-               return node.kind() != DeviceNode::Kind::other && KeyboardDevice::open(node.path()) != nullptr;
+bool DeviceAccess::canCapture(const InputDevices& devices) {
+    const auto nodes = DeviceNode::list(devices.folder);
+    return nodes && errorOfOpening(devices.uinputPath, O_RDWR) == 0 &&
+           std::ranges::any_of(*nodes, [&](const DeviceNode& node) {
+               return mayBeKeyboard(node, devices) && KeyboardDevice::open(node.path()) != nullptr;
            });
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string>
+#include "Platform/Linux/Evdev/InputDevices.h"
 
 namespace tavro::evdev {
 
@@ -9,12 +9,12 @@ class DeviceAccess {
 public:
     DeviceAccess() = delete;
 
-    /// Whether every keyboard may be read and written, and keyboards may be made. A device of which it is not
-    /// known whether it is one counts as one. What does not exist is not forbidden.
-    [[nodiscard]] static bool isAllowed(const std::string& inputFolder, const std::string& uinputPath);
+    /// Whether every keyboard of the seat may be read and written, and keyboards may be made. A device of
+    /// which it is not known whether it is one counts as one. What does not exist is not forbidden.
+    [[nodiscard]] static bool isAllowed(const InputDevices& devices);
 
-    /// Whether there is a keyboard that can be opened, and keyboards can be made.
-    [[nodiscard]] static bool canCapture(const std::string& inputFolder, const std::string& uinputPath);
+    /// Whether there is a keyboard of the seat that can be opened, and keyboards can be made.
+    [[nodiscard]] static bool canCapture(const InputDevices& devices);
 };
 
 } // namespace tavro::evdev

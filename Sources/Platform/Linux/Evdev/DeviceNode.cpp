@@ -1,5 +1,6 @@
 #include "Platform/Linux/Evdev/DeviceNode.h"
 
+#include "Platform/Linux/Evdev/DeviceSeat.h"
 #include "Platform/Linux/Evdev/KeyboardShape.h"
 
 #include <filesystem>
@@ -43,7 +44,7 @@ std::optional<std::vector<DeviceNode>> DeviceNode::list(const std::string& folde
     return nodes;
 }
 
-DeviceNode::Kind DeviceNode::kind() const {
+DeviceNode::Kind DeviceNode::kind(const std::string& seat) const {
     struct stat status{};
     if (stat(path_.c_str(), &status) != 0 || !S_ISCHR(status.st_mode)) {
         return Kind::other;
@@ -54,10 +55,17 @@ DeviceNode::Kind DeviceNode::kind() const {
         return Kind::other;
     }
     const auto keys = KeyboardShape::parse(contentOf(folder + "capabilities/key").value_or(""));
-    if (!keys) {
-        return Kind::unknown;
+    if (keys && !KeyboardShape::isKeyboard(*keys)) {
+        return Kind::other;
     }
-    return KeyboardShape::isKeyboard(*keys) ? Kind::keyboard : Kind::other;
+    const auto itsSeat = DeviceSeat::of(status.st_rdev);
+    if (!itsSeat) {
+        return Kind::unsettled;
+    }
+    if (*itsSeat != seat) {
+        return Kind::other;
+    }
+    return keys ? Kind::keyboard : Kind::unknown;
 }
 
 } // namespace tavro::evdev

@@ -15,6 +15,8 @@ public:
         other,
         /// The kernel does not tell here; it is found out by opening it.
         unknown,
+        /// A keyboard, perhaps, of which the system has not told yet to which seat it belongs.
+        unsettled,
     };
 
     explicit DeviceNode(std::string path) : path_(std::move(path)) {}
@@ -27,8 +29,9 @@ public:
 
     [[nodiscard]] const std::string& path() const { return path_; }
 
-    /// Copies made by this program are of the other kind.
-    [[nodiscard]] Kind kind() const;
+    /// For the seat of that name. Copies made by this program are of the other kind, and so are the devices
+    /// of other seats.
+    [[nodiscard]] Kind kind(const std::string& seat) const;
 
 private:
     std::string path_;

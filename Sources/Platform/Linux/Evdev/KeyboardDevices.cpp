@@ -9,6 +9,12 @@ namespace tavro::evdev {
 
 namespace {
 
+using namespace std::chrono_literals;
+
+constexpr auto pauseBetweenLooks = 50ms;
+/// Ten seconds: the system's rules for a device may run programs.
+constexpr int mostLooks = 200;
+
 void tellReleasesOf(const GrabbedKeyboard& keyboard, const KeyBalance::Tell& tell) {
     const auto& told = keyboard.keys().told();
     for (std::uint32_t code = 0; code < told.size(); ++code) {
@@ -20,8 +26,9 @@ void tellReleasesOf(const GrabbedKeyboard& keyboard, const KeyBalance::Tell& tel
 
 } // namespace
 
-KeyboardDevices::KeyboardDevices(std::string inputFolder, std::string uinputPath)
-    : inputFolder_(std::move(inputFolder)), uinputPath_(std::move(uinputPath)), watch_(inputFolder_) {
+KeyboardDevices::KeyboardDevices(InputDevices devices)
+    : devices_(std::move(devices)), watch_(devices_.folder) {
+    looksLeft_ = mostLooks;
     join();
 }
 
@@ -79,6 +86,7 @@ void KeyboardDevices::takeNotices() {
     case FolderWatch::Notice::nothing:
         break;
     case FolderWatch::Notice::changed:
+        looksLeft_ = mostLooks;
         join();
         break;
     case FolderWatch::Notice::lost:
@@ -88,25 +96,34 @@ void KeyboardDevices::takeNotices() {
 }
 
 void KeyboardDevices::join() {
-    const auto nodes = DeviceNode::list(inputFolder_);
+    const auto nodes = DeviceNode::list(devices_.folder);
     if (!nodes) {
         isLost_ = true;
         return;
     }
+    bool isUnsettled = false;
     for (const auto& node : *nodes) {
         const auto isKnown = std::ranges::any_of(
             keyboards_, [&](const auto& keyboard) { return keyboard->device().path() == node.path(); });
-        if (isKnown || node.kind() == DeviceNode::Kind::other) {
+        const auto kind = isKnown ? DeviceNode::Kind::other : node.kind(devices_.seat);
+        isUnsettled = isUnsettled || kind == DeviceNode::Kind::unsettled;
+        if (kind != DeviceNode::Kind::keyboard && kind != DeviceNode::Kind::unknown) {
             continue;
         }
         if (auto device = KeyboardDevice::open(node.path())) {
-            keyboards_.push_back(std::make_unique<GrabbedKeyboard>(std::move(device), uinputPath_));
+            keyboards_.push_back(std::make_unique<GrabbedKeyboard>(std::move(device), devices_.uinputPath));
         }
     }
+    looksLeft_ = isUnsettled ? looksLeft_ - 1 : 0;
 }
 
 std::optional<std::chrono::microseconds> KeyboardDevices::settle(bool isGrabWanted) {
     std::optional<std::chrono::microseconds> wait;
+    if (looksLeft_ > 0) {
+        // What the system still does with a new device is not told in its folder.
+        join();
+        wait = pauseBetweenLooks;
+    }
     for (const auto& keyboard : keyboards_) {
         const auto itsWait = keyboard->settle(isGrabWanted);
         if (itsWait && (!wait || *itsWait < *wait)) {

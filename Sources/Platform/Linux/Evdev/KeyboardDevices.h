@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/Evdev/FolderWatch.h"
 #include "Platform/Linux/Evdev/GrabbedKeyboard.h"
+#include "Platform/Linux/Evdev/InputDevices.h"
 
 #include <chrono>
 #include <functional>
@@ -14,13 +15,13 @@
 
 namespace tavro::evdev {
 
-/// All keyboards of the system, as they come and go. One thread at a time.
+/// All keyboards of the seat, as they come and go. One thread at a time.
 class KeyboardDevices {
 public:
     /// Takes an event of a key. The state of all keyboards is that after the event.
     using Tell = KeyBalance::Tell;
 
-    KeyboardDevices(std::string inputFolder, std::string uinputPath);
+    explicit KeyboardDevices(InputDevices devices);
 
     /// Whether keyboards can be found at all; without it those that are here are left.
     [[nodiscard]] bool isLost() const { return isLost_; }
@@ -52,11 +53,12 @@ private:
     void join();
     void removeGone(const Tell& tell);
 
-    std::string inputFolder_;
-    std::string uinputPath_;
+    InputDevices devices_;
     FolderWatch watch_;
     std::vector<std::unique_ptr<GrabbedKeyboard>> keyboards_;
     bool isLost_ = false;
+    /// How often devices that are not settled are still looked at before they are left alone.
+    int looksLeft_ = 0;
 };
 
 } // namespace tavro::evdev

@@ -1,32 +1,30 @@
 #include "Platform/Linux/Evdev/KeyboardTapAdapter.h"
 
+#include "Platform/Linux/Evdev/AccessSteps.h"
 #include "Platform/Linux/Evdev/CaptureThread.h"
 #include "Platform/Linux/Evdev/DeviceAccess.h"
-
-#include <QCoreApplication>
 
 #include <system_error>
 #include <utility>
 
 namespace tavro::evdev {
 
-KeyboardTapAdapter::KeyboardTapAdapter(std::string inputFolder, std::string uinputPath,
-                                       guard::GuardProcess* guard)
-    : inputFolder_(std::move(inputFolder)), uinputPath_(std::move(uinputPath)), guard_(guard) {}
+KeyboardTapAdapter::KeyboardTapAdapter(InputDevices devices, guard::GuardProcess* guard)
+    : devices_(std::move(devices)), guard_(guard) {}
 
 KeyboardTapAdapter::~KeyboardTapAdapter() = default;
 
 bool KeyboardTapAdapter::isTrusted(bool /*prompts*/) {
-    return DeviceAccess::isAllowed(inputFolder_, uinputPath_);
+    return DeviceAccess::isAllowed(devices_);
 }
 
 bool KeyboardTapAdapter::create(Client& client) {
     dispose();
-    if (!DeviceAccess::canCapture(inputFolder_, uinputPath_)) {
+    if (!DeviceAccess::canCapture(devices_)) {
         return false;
     }
     try {
-        thread_ = std::make_unique<CaptureThread>(client, inputFolder_, uinputPath_, guard_);
+        thread_ = std::make_unique<CaptureThread>(client, devices_, guard_);
     } catch (const std::system_error&) {
         return false;
     }
@@ -50,13 +48,7 @@ void KeyboardTapAdapter::dispose() {
 }
 
 std::string KeyboardTapAdapter::adviceOnTrust() const {
-    return QCoreApplication::translate(
-               "evdev::KeyboardTapAdapter",
-               "Global Play needs access to the input devices: install the udev rule 60-tavro-input.rules "
-               "and "
-               "run \"sudo groupadd --system tavro-input\" and \"sudo usermod -aG tavro-input $USER\". "
-               "Then log in again; never run TAVRO as root.")
-        .toStdString();
+    return AccessSteps::now(devices_).advice();
 }
 
 } // namespace tavro::evdev

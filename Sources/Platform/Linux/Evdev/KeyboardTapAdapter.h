@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/Evdev/InputDevices.h"
 #include "Platform/Linux/Guard/GuardProcess.h"
 #include "PlatformInterfaces/KeyboardTap.h"
 
@@ -18,8 +19,7 @@ class CaptureThread;
 class KeyboardTapAdapter : public KeyboardTap {
 public:
     /// The guard outlives this. Without one, a program that is stopped or hangs keeps the keyboards.
-    explicit KeyboardTapAdapter(std::string inputFolder = "/dev/input",
-                                std::string uinputPath = "/dev/uinput", guard::GuardProcess* guard = nullptr);
+    explicit KeyboardTapAdapter(InputDevices devices = {}, guard::GuardProcess* guard = nullptr);
     ~KeyboardTapAdapter() override;
 
     /// The system has nothing to ask the user with, so that `prompts` changes nothing.
@@ -31,8 +31,7 @@ public:
     [[nodiscard]] std::string adviceOnTrust() const override;
 
 private:
-    const std::string inputFolder_;
-    const std::string uinputPath_;
+    const InputDevices devices_;
     guard::GuardProcess* guard_;
     std::unique_ptr<CaptureThread> thread_;
 };

@@ -47,19 +47,20 @@ KeyEventRouter::Meaning KeyEventRouter::meaning(const KeyEvent& event, const Con
 }
 
 bool KeyEventRouter::startsPress(const KeyEvent& event) const {
-    return !keys->isDown(event.keyCode) && !keys->isOver(event.keyCode, event.time);
+    return keys->startsPress(event.keyCode, event.time);
 }
 
 void KeyEventRouter::handleKeyDown(const KeyEvent& event, Meaning what) {
     const auto played = what == Meaning::playing ? playableCharacter(event) : std::nullopt;
     // What is down keeps the character that its release is to end.
-    const bool isNew = startsPress(event);
-    if (isNew) {
+    PressedKeys::Pressed pressed;
+    if (startsPress(event)) {
         release(keys->finish(event.keyCode));
-        keys->press({.keyCode = event.keyCode,
-                     .road = PressedKeys::Road::window,
-                     .character = played,
-                     .time = event.time});
+        pressed = keys->press({.keyCode = event.keyCode,
+                               .road = PressedKeys::Road::window,
+                               .character = played,
+                               .time = event.time});
+        release(pressed.ended);
     }
     switch (what) {
     case Meaning::recorded:
@@ -82,8 +83,8 @@ void KeyEventRouter::handleKeyDown(const KeyEvent& event, Meaning what) {
     case Meaning::swallowed:
         break;
     }
-    if (isNew && keys->wasReleasedAhead(event.keyCode, event.time)) {
-        handleReleaseElsewhere(event.keyCode, event.time);
+    if (pressed.isOver) {
+        release(played);
     }
 }
 
@@ -98,17 +99,13 @@ void KeyEventRouter::handleKeyUp(const KeyEvent& event, Meaning what) {
 
 void KeyEventRouter::handleReleaseElsewhere(std::int64_t keyCode, std::uint32_t time) {
     doEarlierOnes();
-    const auto released = keys->release(keyCode, PressedKeys::Witness::windowSystem, time);
-    if (!released.isKnown) {
-        keys->releaseAhead(keyCode, time);
-    }
-    release(released.character);
+    release(keys->release(keyCode, PressedKeys::Witness::windowSystem, time).character);
 }
 
-void KeyEventRouter::keepSilent(std::int64_t keyCode) {
+void KeyEventRouter::keepSilent(std::int64_t keyCode, std::uint32_t time) {
     if (!keys->isDown(keyCode)) {
         keys->press(
-            {.keyCode = keyCode, .road = PressedKeys::Road::window, .character = std::nullopt, .time = 0});
+            {.keyCode = keyCode, .road = PressedKeys::Road::window, .character = std::nullopt, .time = time});
     }
 }
 

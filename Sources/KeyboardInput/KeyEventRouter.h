@@ -58,7 +58,8 @@ public:
     void handleReleaseElsewhere(std::int64_t keyCode, std::uint32_t time);
 
     /// The keyboard came back with a key down whose press went to others: silent until it is pressed again.
-    void keepSilent(std::int64_t keyCode);
+    /// The time is one at which it is known to be down, or 0.
+    void keepSilent(std::int64_t keyCode, std::uint32_t time);
 
     /// Forgets which keys are held: their releases are not going to be seen.
     void forgetHeldKeys() { keys->forget(PressedKeys::Road::window); }

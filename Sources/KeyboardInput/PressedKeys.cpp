@@ -2,18 +2,6 @@
 
 namespace tavro {
 
-namespace {
-
-/// By the clock that runs over: more than half of its range between the two means that it did.
-bool isLater(std::uint32_t time, std::uint32_t other) {
-    return static_cast<std::int32_t>(time - other) > 0;
-}
-
-/// More than any finger has on their way at a time.
-constexpr std::size_t mostReleasesAhead = 8;
-
-} // namespace
-
 bool PressedKeys::isDown(std::int64_t keyCode) const {
     const std::scoped_lock lock(mutex_);
     return entries_.contains(keyCode);
@@ -31,15 +19,47 @@ std::optional<PressedKeys::Held> PressedKeys::find(std::int64_t keyCode) const {
                 .time = found->second.time};
 }
 
-PressedKeys::Serial PressedKeys::press(const Press& press) {
+bool PressedKeys::startsPress(std::int64_t keyCode, std::uint32_t time) const {
     const std::scoped_lock lock(mutex_);
+    const auto found = entries_.find(keyCode);
+    const bool isDown = found != entries_.end();
+    if (time == 0 || (isDown && found->second.time == 0)) {
+        return !isDown;
+    }
+    const auto times = times_.find(keyCode);
+    const auto known = times != times_.end() ? times->second : KeyTimes();
+    if (isDown && !KeyTimes::isLater(found->second.time, time) &&
+        !known.wentUpBetween(found->second.time, time)) {
+        return false;
+    }
+    return known.startsPress(time);
+}
+
+PressedKeys::Pressed PressedKeys::press(const Press& press) {
+    const std::scoped_lock lock(mutex_);
+    Pressed pressed;
+    pressed.serial = ++lastSerial_;
+    const auto found = entries_.find(press.keyCode);
+    if (press.road == Road::window && press.time != 0) {
+        auto& times = times_[press.keyCode];
+        times.addPress(press.time);
+        pressed.isOver = times.isOver(press.time) || (found != entries_.end() && found->second.time != 0 &&
+                                                      KeyTimes::isLater(found->second.time, press.time));
+    }
+    if (pressed.isOver) {
+        endedElsewhere_.insert(press.keyCode);
+        return pressed;
+    }
+    if (found != entries_.end()) {
+        pressed.ended = found->second.character;
+    }
     endedElsewhere_.erase(press.keyCode);
-    entries_.insert_or_assign(press.keyCode, Entry{.serial = ++lastSerial_,
+    entries_.insert_or_assign(press.keyCode, Entry{.serial = lastSerial_,
                                                    .road = press.road,
                                                    .character = press.character,
                                                    .time = press.time,
                                                    .isPlayed = press.road == Road::window});
-    return lastSerial_;
+    return pressed;
 }
 
 void PressedKeys::markPlayed(std::int64_t keyCode, Serial serial) {
@@ -52,9 +72,10 @@ void PressedKeys::markPlayed(std::int64_t keyCode, Serial serial) {
 
 PressedKeys::Release PressedKeys::release(std::int64_t keyCode, Witness seenBy, std::uint32_t time) {
     const std::scoped_lock lock(mutex_);
+    addRelease(keyCode, time);
     const auto found = entries_.find(keyCode);
     if (found != entries_.end() && isReleaseOf(found->second, seenBy, time)) {
-        return end(found, seenBy, time);
+        return end(found, seenBy);
     }
     const bool wasEnded = seenBy == Witness::window && endedElsewhere_.erase(keyCode) > 0;
     const bool isUnfinished = seenBy != Witness::tap && unfinished_.contains(keyCode);
@@ -64,12 +85,13 @@ PressedKeys::Release PressedKeys::release(std::int64_t keyCode, Witness seenBy, 
 
 bool PressedKeys::releaseLater(std::int64_t keyCode, std::uint32_t time) {
     const std::scoped_lock lock(mutex_);
+    addRelease(keyCode, time);
     const auto found = entries_.find(keyCode);
     if (found == entries_.end() || found->second.road != Road::window ||
         !isReleaseOf(found->second, Witness::tap, time)) {
         return false;
     }
-    unfinished_.insert_or_assign(keyCode, end(found, Witness::tap, time).character);
+    unfinished_.insert_or_assign(keyCode, end(found, Witness::tap).character);
     return true;
 }
 
@@ -94,65 +116,36 @@ std::optional<Character> PressedKeys::finishLocked(std::int64_t keyCode) {
 }
 
 bool PressedKeys::isReleaseOf(const Entry& entry, Witness seenBy, std::uint32_t time) {
+    const bool hasClock = time != 0 && entry.time != 0;
     if ((entry.road == Road::tap) == (seenBy == Witness::tap)) {
-        return true;
+        // A window's own events may take longer than what the window system tells besides.
+        return seenBy != Witness::window || !hasClock || !KeyTimes::isLater(entry.time, time);
     }
-    const bool mayBeOlder = time != 0 && entry.time != 0 && !isLater(time, entry.time);
-    return entry.isPlayed && !mayBeOlder;
+    return entry.isPlayed && (!hasClock || KeyTimes::isLater(time, entry.time));
 }
 
-PressedKeys::Release PressedKeys::end(std::map<std::int64_t, Entry>::iterator entry, Witness seenBy,
-                                      std::uint32_t time) {
+PressedKeys::Release PressedKeys::end(std::map<std::int64_t, Entry>::iterator entry, Witness seenBy) {
     const Release release{.isKnown = true, .character = entry->second.character};
-    if (seenBy != Witness::window) {
-        if (entry->second.road == Road::window) {
-            endedElsewhere_.insert(entry->first);
-        }
-        const auto [ended, isFirst] = endedAt_.try_emplace(entry->first, time);
-        if (!isFirst && isLater(time, ended->second)) {
-            ended->second = time;
-        }
+    if (seenBy != Witness::window && entry->second.road == Road::window) {
+        endedElsewhere_.insert(entry->first);
+    }
+    // Known by the order of what is told, even if the clock says less.
+    if (!times_[entry->first].isOver(entry->second.time)) {
+        addRelease(entry->first, entry->second.time);
     }
     entries_.erase(entry);
     return release;
 }
 
 void PressedKeys::releaseAhead(std::int64_t keyCode, std::uint32_t time) {
-    if (time == 0) {
-        return;
-    }
     const std::scoped_lock lock(mutex_);
-    auto& times = releasedAhead_[keyCode];
-    times.push_back(time);
-    if (times.size() > mostReleasesAhead) {
-        times.pop_front();
-    }
+    addRelease(keyCode, time);
 }
 
-bool PressedKeys::wasReleasedAhead(std::int64_t keyCode, std::uint32_t time) {
-    const std::scoped_lock lock(mutex_);
-    const auto found = releasedAhead_.find(keyCode);
-    if (found == releasedAhead_.end() || time == 0) {
-        return false;
+void PressedKeys::addRelease(std::int64_t keyCode, std::uint32_t time) {
+    if (time != 0) {
+        times_[keyCode].addRelease(time);
     }
-    auto& times = found->second;
-    // The presses of those went elsewhere.
-    while (!times.empty() && isLater(time, times.front())) {
-        times.pop_front();
-    }
-    if (times.empty()) {
-        releasedAhead_.erase(found);
-        return false;
-    }
-    endedAt_[keyCode] = times.front();
-    times.pop_front();
-    return true;
-}
-
-bool PressedKeys::isOver(std::int64_t keyCode, std::uint32_t time) const {
-    const std::scoped_lock lock(mutex_);
-    const auto found = endedAt_.find(keyCode);
-    return found != endedAt_.end() && time != 0 && found->second != 0 && !isLater(time, found->second);
 }
 
 void PressedKeys::forget(Road road) {
@@ -180,8 +173,7 @@ void PressedKeys::forgetLocked(Road road) {
     std::erase_if(entries_, [road](const auto& entry) { return entry.second.road == road; });
     if (road == Road::window) {
         endedElsewhere_.clear();
-        releasedAhead_.clear();
-        endedAt_.clear();
+        times_.clear();
         unfinished_.clear();
     }
 }

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "KeyboardInput/KeyTimes.h"
 #include "PerformanceModel/Character.h"
 
 #include <cstdint>
-#include <deque>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -46,6 +46,14 @@ public:
         std::uint32_t time = 0;
     };
 
+    struct Pressed {
+        Serial serial = 0;
+        /// What was still to be ended of an earlier press, before this one is played.
+        std::optional<Character> ended;
+        /// The key is up already. What it plays is to be ended at once.
+        bool isOver = false;
+    };
+
     struct Release {
         /// The key was known to be down, or its release has been seen already by another witness.
         bool isKnown = false;
@@ -65,8 +73,13 @@ public:
     /// Nothing for a key that is up.
     [[nodiscard]] std::optional<Held> find(std::int64_t keyCode) const;
 
-    /// A key went down. Replaces what was known of it: who may have a repeat before him asks first.
-    Serial press(const Press& press);
+    /// Whether what comes from the keyboard at this time, of the window system's clock or 0, is a press of
+    /// its own and no repeat. It may be late: behind later events of the same key, told by others.
+    [[nodiscard]] bool startsPress(std::int64_t keyCode, std::uint32_t time) const;
+
+    /// A key went down. Replaces what was known of it: who may have a repeat before him asks first. What came
+    /// to a window so late that the key is up already, or down anew, does not count as down.
+    Pressed press(const Press& press);
 
     /// A press of the tap's is being played. Until then nobody but the tap ends it, so that no note begins
     /// behind its own end.
@@ -93,14 +106,6 @@ public:
     /// will tell. Nothing where there is no clock: the time is 0.
     void releaseAhead(std::int64_t keyCode, std::uint32_t time);
 
-    /// Whether the press that was made at this time was followed by a release that was told ahead of it; once
-    /// for each such release.
-    [[nodiscard]] bool wasReleasedAhead(std::int64_t keyCode, std::uint32_t time);
-
-    /// Whether what the toolkit tells of a key at this time is older than the key's last release that others
-    /// have seen: a repeat that was overtaken by its end.
-    [[nodiscard]] bool isOver(std::int64_t keyCode, std::uint32_t time) const;
-
     /// The releases of this road's keys will not be seen, or mean nothing any more.
     void forget(Road road);
 
@@ -122,17 +127,15 @@ private:
     [[nodiscard]] static bool isReleaseOf(const Entry& entry, Witness seenBy, std::uint32_t time);
     void forgetLocked(Road road);
     std::optional<Character> finishLocked(std::int64_t keyCode);
-    Release end(std::map<std::int64_t, Entry>::iterator entry, Witness seenBy, std::uint32_t time);
+    Release end(std::map<std::int64_t, Entry>::iterator entry, Witness seenBy);
+    void addRelease(std::int64_t keyCode, std::uint32_t time);
 
     mutable std::mutex mutex_;
     Serial lastSerial_ = 0;
     std::map<std::int64_t, Entry> entries_;
     /// The window's keys that others have seen go up: the window's own report of it is still to come, or not.
     std::set<std::int64_t> endedElsewhere_;
-    /// The times of the releases whose presses are still to come, in their order.
-    std::map<std::int64_t, std::deque<std::uint32_t>> releasedAhead_;
-    /// When others have last seen keys go up.
-    std::map<std::int64_t, std::uint32_t> endedAt_;
+    std::map<std::int64_t, KeyTimes> times_;
     /// The window's keys that the tap has seen go up and that still sound.
     std::map<std::int64_t, std::optional<Character>> unfinished_;
     std::set<Witness> watching_;

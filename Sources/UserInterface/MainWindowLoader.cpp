@@ -119,11 +119,13 @@ HeldKeyNotices MainWindowLoader::heldKeyNotices() {
                     }
                 },
             .onHeldBefore =
-                [this](std::int64_t keyCode) {
+                [this](std::int64_t keyCode, std::uint32_t time) {
                     if (monitor_ != nullptr) {
-                        monitor_->keepSilent(keyCode);
+                        monitor_->keepSilent(keyCode, time);
                     }
-                }};
+                },
+            .isAwaited =
+                [this](std::int64_t keyCode) { return monitor_ != nullptr && monitor_->isDown(keyCode); }};
 }
 
 bool MainWindowLoader::selfTest() {

@@ -20,7 +20,7 @@ constexpr std::int64_t keyCaret = 50;
 class PressedKeysTest : public testing::Test {
 protected:
     PressedKeys::Serial press(Road road, std::uint32_t time = 0, std::optional<Character> character = U'a') {
-        return keys.press({.keyCode = keyA, .road = road, .character = character, .time = time});
+        return keys.press({.keyCode = keyA, .road = road, .character = character, .time = time}).serial;
     }
 
     std::optional<Character> release(Witness witness, std::uint32_t time = 0) {
@@ -124,37 +124,64 @@ TEST_F(PressedKeysTest, WhatIsUnfinishedIsForgottenWithTheWindowsKeys) {
     EXPECT_EQ(keys.finish(keyA), std::nullopt);
 }
 
-TEST_F(PressedKeysTest, AReleaseAheadOfItsPressIsRememberedForThatPress) {
+TEST_F(PressedKeysTest, APressThatComesBehindItsReleaseIsOver) {
     keys.releaseAhead(keyA, 10);
-    EXPECT_FALSE(keys.wasReleasedAhead(keyS, 9));
-    EXPECT_TRUE(keys.wasReleasedAhead(keyA, 9));
-    EXPECT_FALSE(keys.wasReleasedAhead(keyA, 9));
-    keys.releaseAhead(keyA, 20);
-    keys.releaseAhead(keyA, 30);
-    EXPECT_TRUE(keys.wasReleasedAhead(keyA, 20));
-    EXPECT_TRUE(keys.wasReleasedAhead(keyA, 25));
-    EXPECT_FALSE(keys.wasReleasedAhead(keyA, 35));
-    // One whose press went elsewhere.
-    keys.releaseAhead(keyA, 40);
-    EXPECT_FALSE(keys.wasReleasedAhead(keyA, 41));
-    EXPECT_FALSE(keys.wasReleasedAhead(keyA, 39));
+    EXPECT_TRUE(keys.startsPress(keyA, 9));
+    const auto pressed = keys.press({.keyCode = keyA, .road = Road::window, .character = U'a', .time = 9});
+    EXPECT_TRUE(pressed.isOver);
+    EXPECT_FALSE(keys.isDown(keyA));
+    // What the window is told of it later ends nothing more.
+    const auto late = keys.release(keyA, Witness::window, 10);
+    EXPECT_TRUE(late.isKnown);
+    EXPECT_EQ(late.character, std::nullopt);
+    EXPECT_FALSE(keys.press({.keyCode = keyA, .road = Road::window, .character = U'a', .time = 11}).isOver);
+    EXPECT_TRUE(keys.isDown(keyA));
 }
 
-TEST_F(PressedKeysTest, WhatIsToldOfAKeyFromBeforeItsEndIsOver) {
+TEST_F(PressedKeysTest, ARepeatThatComesBehindTheReleaseStartsNothing) {
     for (const auto witness : {Witness::windowSystem, Witness::tap}) {
         press(Road::window, 10);
-        EXPECT_FALSE(keys.isOver(keyA, 12));
+        EXPECT_FALSE(keys.startsPress(keyA, 12));
         witness == Witness::tap ? static_cast<void>(keys.releaseLater(keyA, 20))
                                 : static_cast<void>(release(witness, 20));
-        EXPECT_TRUE(keys.isOver(keyA, 12));
-        EXPECT_TRUE(keys.isOver(keyA, 20));
-        EXPECT_FALSE(keys.isOver(keyA, 21));
-        EXPECT_FALSE(keys.isOver(keyS, 12));
+        EXPECT_FALSE(keys.startsPress(keyA, 12));
+        EXPECT_FALSE(keys.startsPress(keyA, 20));
+        EXPECT_TRUE(keys.startsPress(keyA, 21));
+        EXPECT_TRUE(keys.startsPress(keyS, 12));
         // Where there is no clock nothing can be told.
-        EXPECT_FALSE(keys.isOver(keyA, 0));
+        EXPECT_TRUE(keys.startsPress(keyA, 0));
         keys.forget(Road::window);
-        EXPECT_FALSE(keys.isOver(keyA, 12));
+        EXPECT_TRUE(keys.startsPress(keyA, 12));
     }
+}
+
+TEST_F(PressedKeysTest, ALatePressIsNoneOfTheKeysLaterOnes) {
+    // Down, up, and by now down again, by another road or silently.
+    for (const auto road : {Road::tap, Road::window}) {
+        keys.releaseAhead(keyA, 20);
+        press(road, 30, std::nullopt);
+        EXPECT_TRUE(keys.startsPress(keyA, 10));
+        const auto late = keys.press({.keyCode = keyA, .road = Road::window, .character = U'a', .time = 10});
+        EXPECT_TRUE(late.isOver);
+        EXPECT_EQ(keys.find(keyA)->time, 30U);
+        // Nor does its own release end those.
+        keys.release(keyA, Witness::window, 20);
+        EXPECT_TRUE(keys.isDown(keyA));
+        keys.forget(Road::window);
+        keys.forget(Road::tap);
+    }
+}
+
+TEST_F(PressedKeysTest, APressInTheWindowEndsWhatTheTapHasNotYetToldToBeOver) {
+    keys.markPlayed(keyA, press(Road::tap, 10));
+    // In the same millisecond, so that the tap is waited for.
+    EXPECT_EQ(release(Witness::windowSystem, 10), std::nullopt);
+    EXPECT_TRUE(keys.startsPress(keyA, 12));
+    const auto pressed = keys.press({.keyCode = keyA, .road = Road::window, .character = U'a', .time = 12});
+    EXPECT_EQ(pressed.ended, U'a');
+    EXPECT_FALSE(pressed.isOver);
+    EXPECT_FALSE(keys.releaseLater(keyA, 10));
+    EXPECT_TRUE(keys.isDown(keyA));
 }
 
 TEST_F(PressedKeysTest, LosingTheKeyboardForgetsTheWindowsKeysUnlessSomebodyWatches) {
@@ -241,13 +268,13 @@ TEST_F(SharedKeys, ALaterPressIsNewForTheTapAlthoughTheWindowHasNotHeardOfTheRel
 }
 
 TEST_F(SharedKeys, AKeyThatTheWindowOnlyKnowsToBeDownIsTheTaps) {
-    window.router.keepSilent(keyA);
+    window.router.keepSilent(keyA, 1);
     EXPECT_EQ(rules.decide(tapped(KeyboardTap::Event::Type::keyDown, keyA)).action,
               GlobalKeyRules::Action::keyDown);
 }
 
 TEST_F(SharedKeys, AKeyHeldFromElsewhereStaysSilentInTheWindowUntilItIsPressedAgain) {
-    window.router.keepSilent(keyA);
+    window.router.keepSilent(keyA, 1);
     EXPECT_TRUE(window.consumes(press(keyA)));
     window.router.handleReleaseElsewhere(keyA, 5);
     EXPECT_TRUE(window.consumes(release(keyA)));
@@ -295,6 +322,54 @@ TEST_F(SharedKeys, ARepeatThatItsEndHasOvertakenStartsNothing) {
     EXPECT_THAT(window.calls, ElementsAre("down a", "up a", "down a", "up a"));
 }
 
+TEST_F(SharedKeys, APressThatTookTheLongWaySoundsAlthoughTheKeyHasBeenDownSince) {
+    // The window system tells at once what it tells besides the keys, and those come behind it.
+    window.router.handleReleaseElsewhere(keyA, 20);
+    // Pressed again while another program had the keyboard.
+    window.router.keepSilent(keyA, 21);
+    window.router.handleReleaseElsewhere(keyA, 30);
+    auto late = press(keyA);
+    late.time = 10;
+    window.consumes(late);
+    auto end = release(keyA);
+    end.time = 20;
+    window.consumes(end);
+    EXPECT_THAT(window.calls, ElementsAre("down a", "up a"));
+    // The same while it is still held.
+    window.calls.clear();
+    window.router.handleReleaseElsewhere(keyA, 50);
+    window.router.keepSilent(keyA, 51);
+    late.time = 40;
+    end.time = 50;
+    window.consumes(late);
+    window.consumes(end);
+    EXPECT_THAT(window.calls, ElementsAre("down a", "up a"));
+    // Its repeats stay silent.
+    auto again = press(keyA);
+    again.time = 60;
+    window.consumes(again);
+    EXPECT_THAT(window.calls, ElementsAre("down a", "up a"));
+}
+
+TEST_F(SharedKeys, AKeyOfTheTapsIsNewForTheWindowAlthoughTheTapHasNotHeardOfItsRelease) {
+    auto first = tapped(KeyboardTap::Event::Type::keyDown, keyA);
+    first.time = 10;
+    rules.decide(first);
+    const auto& keys = window.router.keys;
+    keys->markPlayed(keyA, keys->find(keyA)->serial);
+    // In the millisecond of its press, so that the tap is waited for.
+    window.router.handleReleaseElsewhere(keyA, 10);
+    auto next = press(keyA);
+    next.time = 20;
+    window.consumes(next);
+    EXPECT_THAT(window.calls, ElementsAre("up a", "down a"));
+    // Which tells it now.
+    first.type = KeyboardTap::Event::Type::keyUp;
+    rules.isApplicationActive = true;
+    EXPECT_EQ(rules.decide(first).action, GlobalKeyRules::Action::none);
+    EXPECT_TRUE(keys->isDown(keyA));
+}
+
 TEST_F(SharedKeys, TheWindowDoesFirstWhatCameInEarlierByAnotherRoad) {
     window.router.catchUp = [this] {
         if (window.calls.empty()) {
@@ -309,7 +384,7 @@ TEST_F(SharedKeys, TheWindowDoesFirstWhatCameInEarlierByAnotherRoad) {
 }
 
 TEST_F(SharedKeys, ARepeatOfTheHotkeyThatItsEndHasOvertakenTogglesNothing) {
-    window.router.keepSilent(keyCaret);
+    window.router.keepSilent(keyCaret, 40);
     window.router.handleReleaseElsewhere(keyCaret, 60);
     auto late = press(keyCaret);
     late.time = 50;

@@ -62,7 +62,10 @@ public:
     }
 
     /// A key is down whose press went to others. See `KeyEventRouter`.
-    void keepSilent(std::int64_t keyCode) { view_->router.keepSilent(keyCode); }
+    void keepSilent(std::int64_t keyCode, std::uint32_t time) { view_->router.keepSilent(keyCode, time); }
+
+    /// Whether the key is known to be down, on whichever road.
+    [[nodiscard]] bool isDown(std::int64_t keyCode) const { return view_->router.keys->isDown(keyCode); }
 
     /// Offers a key before the window sees it; true when it was played. See `KeyboardMonitorView`.
     bool handleDirectly(const KeyEvent& event) { return view_->handleDirectly(event); }

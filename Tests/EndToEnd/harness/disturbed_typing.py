@@ -67,10 +67,13 @@ class DisturbedTyping(RandomTyping):
 
     def _change_front(self):
         self.counts["shown"] += 1
-        # Only then it can be seen from outside when the program knows.
+        # Only then it can be seen from outside when the program knows: by that the keys are taken when the terminal
+        # is in front, and not when it is not.
         if not self.is_on:
             self._press_hotkey_alone()
         self._typist.synchronize()
+        if not self._is_application_in_front:
+            self._stage.wait_until_captured()
         self._is_application_in_front = not self._is_application_in_front
         (self._stage.show_application if self._is_application_in_front else self._stage.show_terminal)()
 

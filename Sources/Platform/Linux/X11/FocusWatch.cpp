@@ -6,7 +6,8 @@
 
 namespace tavro::x11 {
 
-FocusWatch::FocusWatch(std::function<void(bool hasFocus)> handler) : handler_(std::move(handler)) {
+FocusWatch::FocusWatch(std::function<void(bool hasFocus)> handler)
+    : handler_(std::move(handler)), delivery_([this] { tellLoss(); }) {
     qGuiApp->installNativeEventFilter(this);
 }
 
@@ -17,12 +18,24 @@ bool FocusWatch::nativeEventFilter(const QByteArray& eventType, void* message, q
         if (isIn || type == XCB_FOCUS_OUT) {
             const auto& focus = *static_cast<const xcb_focus_in_event_t*>(message);
             if (isMove(focus)) {
-                handler_(isIn);
+                isLossToBeTold_ = !isIn;
+                if (isIn) {
+                    handler_(true);
+                } else {
+                    delivery_.begin();
+                }
             }
             return isBorrowing(focus);
         }
     }
     return false;
+}
+
+void FocusWatch::tellLoss() {
+    // Not when the keyboard has come back meanwhile.
+    if (std::exchange(isLossToBeTold_, false)) {
+        handler_(false);
+    }
 }
 
 bool FocusWatch::isBorrowing(const xcb_focus_in_event_t& event) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Linux/X11/PendingDelivery.h"
+
 #include <QAbstractNativeEventFilter>
 
 #include <functional>
@@ -8,10 +10,11 @@
 
 namespace tavro::x11 {
 
-/// Tells at once when a window of the application gets the keyboard and when it loses it. Qt waits with the
-/// loss for a tenth of a second, in case another window of the application is about to get it; until then
-/// the keys would be nobody's. That another program borrows the keyboard by a grab is kept from Qt, which
-/// would take it for a loss. Main thread only.
+/// Tells when a window of the application gets the keyboard, at once, and when it loses it, as soon as the
+/// keys that it got before have been delivered: they are done before any that another road brings from then
+/// on. Qt waits with the loss for a tenth of a second, in case another window of the application is about to
+/// get it; until then the keys would be nobody's. That another program borrows the keyboard by a grab is kept
+/// from Qt, which would take it for a loss. Main thread only.
 class FocusWatch final : public QAbstractNativeEventFilter {
 public:
     /// Begins at once, and ends with this.
@@ -27,7 +30,12 @@ public:
     [[nodiscard]] static bool isMove(const xcb_focus_in_event_t& event);
 
 private:
+    void tellLoss();
+
     std::function<void(bool hasFocus)> handler_;
+    /// Of what came before a loss that has not been told yet.
+    PendingDelivery delivery_;
+    bool isLossToBeTold_ = false;
 };
 
 } // namespace tavro::x11

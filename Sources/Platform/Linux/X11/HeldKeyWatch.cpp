@@ -106,7 +106,9 @@ bool HeldKeyWatch::takes(const xcb_ge_generic_event_t& event) {
         return false;
     }
     const auto& raw = reinterpret_cast<const xcb_input_raw_key_release_event_t&>(event);
-    if (raw.detail < watched_.size() && watched_.test(raw.detail)) {
+    // A press that goes to the window may come before the tap has told the release.
+    if (raw.detail < watched_.size() &&
+        (watched_.test(raw.detail) || notices_.isAwaited(virtualKeyCode(raw.detail)))) {
         time_ = raw.time;
         release(static_cast<std::uint8_t>(raw.detail), raw.time);
     }
@@ -119,7 +121,7 @@ void HeldKeyWatch::compare(const xcb_keymap_notify_event_t& keymap) {
         const bool isDown = ((keymap.keys[key / 8 - 1] >> (key % 8)) & 1) != 0;
         if (isDown && !watched_.test(key)) {
             watched_.set(key);
-            notices_.onHeldBefore(virtualKeyCode(key));
+            notices_.onHeldBefore(virtualKeyCode(key), time_ != 0 ? time_ + 1 : 0);
         } else if (!isDown && watched_.test(key)) {
             release(static_cast<std::uint8_t>(key), time_);
         }

@@ -19,7 +19,7 @@ namespace tavro::x11 {
 /// then: a key that is let go under another program's grab, or in another program's window, is told to the
 /// program by no ordinary event. On the application's own connection, so that the notices stand in one order
 /// with the windows' keys. Of keys that were pressed elsewhere it sees nothing but that they go up, and drops
-/// that at once; of their presses it is not told at all. Main thread only.
+/// that at once unless the program waits for it; of their presses it is not told at all. Main thread only.
 class HeldKeyWatch final : public QAbstractNativeEventFilter {
 public:
     /// Begins at once, and ends with the result or with the window, which must have been shown. To be made

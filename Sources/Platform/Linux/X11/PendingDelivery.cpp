@@ -23,6 +23,9 @@ bool PendingDelivery::event(QEvent* event) {
         return QObject::event(event);
     }
     isUnderWay_ = false;
+    if (onArrival_) {
+        onArrival_();
+    }
     return true;
 }
 

@@ -2,11 +2,17 @@
 
 #include <QObject>
 
+#include <functional>
+#include <utility>
+
 namespace tavro::x11 {
 
 /// Tells whether Qt may still be delivering something that it was handed. Main thread only.
 class PendingDelivery final : public QObject {
 public:
+    /// The function is called each time that everything has arrived; none need be given.
+    explicit PendingDelivery(std::function<void()> onArrival = {}) : onArrival_(std::move(onArrival)) {}
+
     /// Qt is being handed an event of the window system.
     void begin();
 
@@ -16,6 +22,7 @@ public:
     bool event(QEvent* event) override;
 
 private:
+    std::function<void()> onArrival_;
     bool isUnderWay_ = false;
 };
 

@@ -1,6 +1,7 @@
 #include "Platform/Linux/X11/FocusWatch.h"
 
 #include <QByteArray>
+#include <QCoreApplication>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -24,6 +25,9 @@ protected:
         return watch.nativeEventFilter(QByteArrayLiteral("xcb_generic_event_t"), &event, nullptr);
     }
 
+    /// Qt delivers what it has been handed.
+    static void deliver() { QCoreApplication::sendPostedEvents(); }
+
     std::vector<bool> told;
     FocusWatch watch{[this](bool hasFocus) { told.push_back(hasFocus); }};
 };
@@ -31,9 +35,34 @@ protected:
 TEST_F(FocusWatchTest, TellsWhenTheKeyboardComesAndGoes) {
     EXPECT_FALSE(send(XCB_FOCUS_IN, XCB_NOTIFY_MODE_NORMAL));
     EXPECT_FALSE(send(XCB_FOCUS_OUT, XCB_NOTIFY_MODE_NORMAL));
+    deliver();
     EXPECT_FALSE(send(XCB_FOCUS_IN, XCB_NOTIFY_MODE_WHILE_GRABBED));
     EXPECT_FALSE(send(XCB_FOCUS_OUT, XCB_NOTIFY_MODE_WHILE_GRABBED));
+    deliver();
     EXPECT_THAT(told, ElementsAre(true, false, true, false));
+}
+
+TEST_F(FocusWatchTest, TellsALossBehindTheKeysThatCameBefore) {
+    QObject receiver;
+    std::vector<bool> toldBefore{true};
+    QMetaObject::invokeMethod(&receiver, [&] { toldBefore = told; }, Qt::QueuedConnection);
+    send(XCB_FOCUS_OUT, XCB_NOTIFY_MODE_NORMAL);
+    EXPECT_THAT(told, IsEmpty());
+    deliver();
+    EXPECT_THAT(toldBefore, IsEmpty());
+    EXPECT_THAT(told, ElementsAre(false));
+}
+
+TEST_F(FocusWatchTest, TellsNoLossWhenTheKeyboardHasComeBackMeanwhile) {
+    send(XCB_FOCUS_OUT, XCB_NOTIFY_MODE_NORMAL);
+    send(XCB_FOCUS_IN, XCB_NOTIFY_MODE_NORMAL);
+    deliver();
+    EXPECT_THAT(told, ElementsAre(true));
+    send(XCB_FOCUS_OUT, XCB_NOTIFY_MODE_NORMAL);
+    send(XCB_FOCUS_IN, XCB_NOTIFY_MODE_NORMAL);
+    send(XCB_FOCUS_OUT, XCB_NOTIFY_MODE_NORMAL);
+    deliver();
+    EXPECT_THAT(told, ElementsAre(true, true, false));
 }
 
 TEST_F(FocusWatchTest, AGrabOnlyBorrowsItAndQtHearsNothingOfThat) {
@@ -41,6 +70,7 @@ TEST_F(FocusWatchTest, AGrabOnlyBorrowsItAndQtHearsNothingOfThat) {
     EXPECT_TRUE(send(XCB_FOCUS_IN, XCB_NOTIFY_MODE_UNGRAB));
     EXPECT_TRUE(send(XCB_FOCUS_IN, XCB_NOTIFY_MODE_GRAB));
     EXPECT_TRUE(send(XCB_FOCUS_OUT, XCB_NOTIFY_MODE_UNGRAB));
+    deliver();
     EXPECT_THAT(told, IsEmpty());
 }
 
@@ -49,6 +79,7 @@ TEST_F(FocusWatchTest, ThePointerAndInnerWindowsMoveNothing) {
          {XCB_NOTIFY_DETAIL_POINTER, XCB_NOTIFY_DETAIL_POINTER_ROOT, XCB_NOTIFY_DETAIL_INFERIOR}) {
         EXPECT_FALSE(send(XCB_FOCUS_OUT, XCB_NOTIFY_MODE_NORMAL, static_cast<std::uint8_t>(detail)));
     }
+    deliver();
     EXPECT_THAT(told, IsEmpty());
 }
 

@@ -65,7 +65,11 @@ protected:
                  told.push_back("up " + std::to_string(keyCode) + " at " + std::to_string(time));
              },
          .onHeldBefore =
-             [this](std::int64_t keyCode) { told.push_back("held " + std::to_string(keyCode)); }}};
+             [this](std::int64_t keyCode, std::uint32_t time) {
+                 told.push_back("held " + std::to_string(keyCode) + " at " + std::to_string(time));
+             },
+         .isAwaited = [this](std::int64_t keyCode) { return keyCode == awaited; }}};
+    std::int64_t awaited = -1;
 };
 
 TEST_F(HeldKeyWatchTest, TellsTheReleaseOfAKeyThatWentDownHereOnce) {
@@ -87,6 +91,18 @@ TEST_F(HeldKeyWatchTest, DropsWhatBelongsToOthers) {
     EXPECT_THAT(told, IsEmpty());
 }
 
+TEST_F(HeldKeyWatchTest, TellsTheReleaseOfAKeyThatIsAwaited) {
+    awaited = 0;
+    EXPECT_TRUE(sendRaw(KEY_A, 7));
+    EXPECT_TRUE(sendRaw(KEY_S, 8));
+    EXPECT_THAT(told, ElementsAre("up 0 at 7"));
+}
+
+TEST_F(HeldKeyWatchTest, KnowsNoTimeBeforeItWasToldOne) {
+    sendKeymap({KEY_A});
+    EXPECT_THAT(told, ElementsAre("held 0 at 0"));
+}
+
 TEST_F(HeldKeyWatchTest, AReleaseThatTheWindowWasSentIsNotWaitedForAnyMore) {
     sendKey(XCB_KEY_PRESS, KEY_A);
     sendKey(XCB_KEY_RELEASE, KEY_A);
@@ -98,7 +114,7 @@ TEST_F(HeldKeyWatchTest, TheKeyboardThatComesBackTellsWhatWasMissed) {
     sendKey(XCB_KEY_PRESS, KEY_A, 5);
     sendKey(XCB_KEY_PRESS, KEY_S, 6);
     sendKeymap({KEY_S, KEY_LEFTALT});
-    EXPECT_THAT(takeTold(), ElementsAre("up 0 at 6", "held 4152"));
+    EXPECT_THAT(takeTold(), ElementsAre("up 0 at 6", "held 4152 at 7"));
     // That is watched as well by now, and told once.
     sendKeymap({KEY_S, KEY_LEFTALT});
     EXPECT_THAT(told, IsEmpty());

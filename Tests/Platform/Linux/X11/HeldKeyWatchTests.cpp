@@ -20,6 +20,17 @@ using testing::IsEmpty;
 
 constexpr std::uint8_t extension = 131;
 
+/// Notes what it is told.
+struct ToldNotices final : HeldKeyNotices {
+    void handleReleaseElsewhere(std::int64_t keyCode, std::uint32_t time) override {
+        told.push_back("up " + std::to_string(keyCode) + " at " + std::to_string(time));
+    }
+
+    void keepSilent(std::int64_t keyCode) override { told.push_back("held " + std::to_string(keyCode)); }
+
+    std::vector<std::string> told;
+};
+
 /// Positions are those of the kernel; A is 0 in the virtual key codes that are told, and Alt, which no layout
 /// has, 4096 and its own.
 class HeldKeyWatchTest : public testing::Test {
@@ -55,17 +66,11 @@ protected:
         EXPECT_FALSE(send(&event));
     }
 
-    std::vector<std::string> takeTold() { return std::exchange(told, {}); }
+    std::vector<std::string> takeTold() { return std::exchange(notes.told, {}); }
 
-    std::vector<std::string> told;
-    HeldKeyWatch watch{
-        extension,
-        {.onReleased =
-             [this](std::int64_t keyCode, std::uint32_t time) {
-                 told.push_back("up " + std::to_string(keyCode) + " at " + std::to_string(time));
-             },
-         .onHeldBefore =
-             [this](std::int64_t keyCode) { told.push_back("held " + std::to_string(keyCode)); }}};
+    ToldNotices notes;
+    const std::vector<std::string>& told = notes.told;
+    HeldKeyWatch watch{extension, notes};
 };
 
 TEST_F(HeldKeyWatchTest, TellsTheReleaseOfAKeyThatWentDownHereOnce) {

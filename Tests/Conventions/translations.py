@@ -36,7 +36,6 @@ ALLOWED = {
     "JsonDecoding.cpp": "the core, which has no Qt: what is wrong in a JSON text",
     "BoundedJson.cpp": "the core, which has no Qt: what is wrong in a JSON text",
     "TAVROPreset.cpp": "what is wrong in a JSON text, as the core says it",
-    "PresetText.cpp": "what is wrong in a JSON text, as the core says it",
     "UpdateManifest.cpp": "the core, which has no Qt: what is wrong in a JSON text",
     "ManifestKeys.cpp": "the core, which has no Qt: what is wrong in a JSON text",
     "KeyboardLayoutKind.cpp": "the core, which has no Qt: what is printed on keyboards",

@@ -1,6 +1,5 @@
 #include "KeyboardInput/KeyEventRouter.h"
 
-#include "KeyboardInput/ToggleHotkey.h"
 #include "KeyboardMapping/PhysicalKeyMapper.h"
 
 namespace tavro {
@@ -66,7 +65,9 @@ void KeyEventRouter::handleKeyDown(const KeyEvent& event, Meaning what) {
     case Meaning::recorded:
         if (onRecordedHotkey) {
             const auto text = hotkeyString(event);
-            onRecordedHotkey(text ? toUtf8(*text) : std::string(), event.keyCode, event.modifiers);
+            onRecordedHotkey({.character = ToggleHotkey::characterOf(text ? toUtf8(*text) : ""),
+                              .keyCode = event.keyCode,
+                              .modifiers = event.modifiers});
         }
         break;
     case Meaning::hotkey:
@@ -97,6 +98,29 @@ void KeyEventRouter::handleKeyUp(const KeyEvent& event, Meaning what) {
     }
 }
 
+bool KeyEventRouter::handleDirectly(const KeyEvent& event, const Context& context) {
+    // Whatever is more than playing may open things; that is better done where the toolkit expects it.
+    const bool plays = PhysicalKeyMapper::character(event.keyCode, layoutKind).has_value() &&
+                       !isRecordingHotkey && !isToggleHotkey(event);
+    return plays && verdict(event, context) == Verdict::consume && handle(event, context) == Verdict::consume;
+}
+
+void KeyEventRouter::setFocused(bool isFocused) {
+    if (!isFocused) {
+        interruptRecording();
+        keys->loseKeyboard();
+    }
+    if (onFocusChanged) {
+        onFocusChanged(isFocused);
+    }
+}
+
+void KeyEventRouter::interruptRecording() const {
+    if (isRecordingHotkey && onRecordingInterrupted) {
+        onRecordingInterrupted();
+    }
+}
+
 void KeyEventRouter::handleReleaseElsewhere(std::int64_t keyCode, std::uint32_t time) {
     doEarlierOnes();
     release(keys->release(keyCode, PressedKeys::Witness::windowSystem, time).character);
@@ -120,8 +144,7 @@ std::optional<Character> KeyEventRouter::hotkeyString(const KeyEvent& event) con
 }
 
 bool KeyEventRouter::isToggleHotkey(const KeyEvent& event) const {
-    return ToggleHotkey{ToggleHotkey::characterOf(hotkey), hotkeyKeyCode, hotkeyModifiers}.matches(
-        event.keyCode, event.modifiers, layoutKind);
+    return hotkey.matches(event.keyCode, event.modifiers, layoutKind);
 }
 
 std::optional<Character> KeyEventRouter::playableCharacter(const KeyEvent& event) const {

@@ -1,20 +1,21 @@
 #pragma once
 
 #include "KeyboardInput/PressedKeys.h"
+#include "KeyboardInput/ToggleHotkey.h"
 #include "PerformanceModel/KeyboardLayoutKind.h"
+#include "PlatformInterfaces/HeldKeyNotices.h"
 #include "PlatformInterfaces/KeyEvent.h"
 
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
-#include <string>
 
 namespace tavro {
 
 /// Decides what a key event in the window means: something to play, the hotkey, a hotkey being recorded, or
 /// nothing of ours. Holds no window and no platform event, so that every rule is tried without them.
-class KeyEventRouter {
+class KeyEventRouter final : public HeldKeyNotices {
 public:
     /// Whether the event goes on to the window or ends here.
     enum class Verdict { pass, consume };
@@ -30,17 +31,19 @@ public:
     /// The playable character of a press and of its release; both unset actions are skipped.
     std::function<void(Character)> onKeyDown;
     std::function<void(Character)> onKeyUp;
-    /// The hotkey's key as text; only its last character counts.
-    std::string hotkey = "^";
-    /// The hotkey's physical key; when present, it alone decides.
-    std::optional<std::int64_t> hotkeyKeyCode;
-    HotkeyModifiers hotkeyModifiers;
+    ToggleHotkey hotkey;
     KeyboardLayoutKind layoutKind = allKeyboardLayoutKinds.front();
     /// While true, the next key is reported by `onRecordedHotkey` instead of being played, whichever it is: a
-    /// key that has no text comes with an empty one. The caller ends it.
+    /// key that has no text comes with the caret. The caller ends it.
     bool isRecordingHotkey = false;
-    std::function<void(std::string text, std::int64_t keyCode, HotkeyModifiers modifiers)> onRecordedHotkey;
+    std::function<void(const ToggleHotkey&)> onRecordedHotkey;
+    /// Something else has got the keys while a hotkey was being recorded: a menu, a dialog or a text field in
+    /// the window, or another window.
+    std::function<void()> onRecordingInterrupted;
     std::function<void()> onHotkey;
+    /// True when the window's keys come here, false when they no longer do: the window was left or lost the
+    /// keyboard. May be called again with the same value.
+    std::function<void(bool isFocused)> onFocusChanged;
     /// Called before anything is done about a key: what came in earlier by another road is to be done first.
     std::function<void()> catchUp;
     /// Which keys are down, shared with the other roads on which keys come in. Never null.
@@ -52,17 +55,26 @@ public:
     /// What `handle` would answer, without acting.
     [[nodiscard]] Verdict verdict(const KeyEvent& event, const Context& context) const;
 
-    /// The window system saw a key of the windows go up, whoever has the keyboard. It ends, or as soon as it
-    /// has come when its press is still on its way here; the event that tells the window the same, if there
-    /// is one, ends nothing more. The time is that of `KeyEvent`.
-    void handleReleaseElsewhere(std::int64_t keyCode, std::uint32_t time);
+    /// Acts on a key that the window has not seen yet, when it does no more than play. False when it is to go
+    /// the window's way, where it comes again; nothing has been done. Only keys of the playing area are
+    /// played so, and no hotkey.
+    [[nodiscard]] bool handleDirectly(const KeyEvent& event, const Context& context);
 
-    /// The keyboard came back with a key down whose press went to others: silent until it is pressed again.
-    /// The time is one at which it is known to be down, or 0.
-    void keepSilent(std::int64_t keyCode, std::uint32_t time);
+    /// The window has the keyboard, or no longer has it: then nothing is recorded any more, and the keys that
+    /// are held may go up unseen.
+    void setFocused(bool isFocused);
 
-    /// Forgets which keys are held: their releases are not going to be seen.
-    void forgetHeldKeys() { keys->forget(PressedKeys::Road::window); }
+    /// Something in the window takes the keys that would be recorded.
+    void interruptRecording() const;
+
+    /// It ends, or as soon as it has come when its press is still on its way here; the event that tells the
+    /// window the same, if there is one, ends nothing more.
+    void handleReleaseElsewhere(std::int64_t keyCode, std::uint32_t time) override;
+
+    /// Silent until it is pressed again.
+    void keepSilent(std::int64_t keyCode, std::uint32_t time) override;
+
+    [[nodiscard]] bool isAwaited(std::int64_t keyCode) const override { return keys->isDown(keyCode); }
 
     /// The key as a hotkey's text: "^" for the two caret keys, else the layout's character at this position,
     /// else what the key types; nothing when none of them gives one character.

@@ -6,16 +6,19 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace tavro {
 
-/// The key that toggles Global Play, and how a key press is told to be it.
+/// The key that toggles Global Play, how a key press is told to be it, and how it is kept from one run to the
+/// next.
 struct ToggleHotkey {
     /// Lower case. Decides only without a key code.
     Character character = U'^';
     /// The physical key; when present, it alone decides.
     std::optional<std::int64_t> keyCode;
+    /// Every bit is kept, known or not.
     HotkeyModifiers modifiers;
 
     /// The character of a hotkey given as text: its last one, in lower case, white space around the text
@@ -29,6 +32,17 @@ struct ToggleHotkey {
     /// Whether a press of this key with exactly these modifiers is the hotkey.
     [[nodiscard]] bool matches(std::int64_t pressedKeyCode, HotkeyModifiers pressedModifiers,
                                KeyboardLayoutKind layoutKind) const;
+
+    /// JSON on one line without white space:
+    ///
+    ///     {"key":"k","keyCode":40,"modifiersRawValue":6}
+    ///
+    /// The key code is left out when there is none.
+    [[nodiscard]] std::string encode() const;
+
+    /// The key may be any text, which `characterOf` reads. Nothing when the text is not JSON, a field is
+    /// missing or one has the wrong type.
+    [[nodiscard]] static std::optional<ToggleHotkey> decode(std::string_view json);
 
     friend bool operator==(const ToggleHotkey&, const ToggleHotkey&) = default;
 };

@@ -32,12 +32,10 @@ void GlobalKeyboardController::setLayoutKind(KeyboardLayoutKind kind) {
     updateStatusText();
 }
 
-void GlobalKeyboardController::setHotkey(std::string_view text, std::optional<std::int64_t> keyCode,
-                                         HotkeyModifiers modifiers) {
+void GlobalKeyboardController::setHotkey(const ToggleHotkey& hotkey) {
     {
         const std::scoped_lock lock(mutex_);
-        rules_.hotkey = {
-            .character = ToggleHotkey::characterOf(text), .keyCode = keyCode, .modifiers = modifiers};
+        rules_.hotkey = hotkey;
         rules_.forgetPressedKeys();
     }
     tap_.updateVerdicts();

@@ -12,9 +12,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <set>
-#include <string_view>
 #include <vector>
 
 namespace tavro {
@@ -60,9 +58,8 @@ public:
     /// The layout by which positions are characters.
     void setLayoutKind(KeyboardLayoutKind kind);
 
-    /// Another hotkey. Of the text only the last character counts, lower-cased; "^" when it is blank. With a
-    /// key code the text does not decide.
-    void setHotkey(std::string_view text, std::optional<std::int64_t> keyCode, HotkeyModifiers modifiers);
+    /// Another hotkey.
+    void setHotkey(const ToggleHotkey& hotkey);
 
     [[nodiscard]] ToggleHotkey hotkey() const;
 

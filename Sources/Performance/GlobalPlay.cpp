@@ -1,7 +1,6 @@
 #include "Performance/GlobalPlay.h"
 
 #include "KeyboardInput/KeyNames.h"
-#include "KeyboardInput/ToggleHotkey.h"
 #include "KeyboardMapping/KeyboardLayout.h"
 #include "KeyboardMapping/PhysicalKeyMapper.h"
 
@@ -36,19 +35,20 @@ void GlobalPlay::setGlobalPlayBinding(bool isOn) {
     }
 }
 
-void GlobalPlay::setGlobalPlayHotkey(const std::string& text, std::optional<std::int64_t> keyCode,
-                                     HotkeyModifiers modifiers) {
-    hotkey_ = {.key = toUtf8(ToggleHotkey::characterOf(text)), .keyCode = keyCode, .modifiers = modifiers};
+void GlobalPlay::setGlobalPlayHotkey(const ToggleHotkey& hotkey) {
+    hotkey_ = hotkey;
     preferences_.saveGlobalPlayHotkey(hotkey_);
     isRecording_ = false;
     passOnHotkey();
 }
 
-std::string GlobalPlay::globalPlayHotkeyCharacter() const {
-    const auto layout = performance_.state().keyboardLayout;
-    const auto character =
-        hotkey_.keyCode ? PhysicalKeyMapper::character(*hotkey_.keyCode, layout) : std::nullopt;
-    return character ? toUtf8(*character) : hotkey_.key;
+ToggleHotkey GlobalPlay::globalPlayHotkey() const {
+    auto hotkey = hotkey_;
+    if (hotkey.keyCode) {
+        const auto layout = performance_.state().keyboardLayout;
+        hotkey.character = PhysicalKeyMapper::character(*hotkey.keyCode, layout).value_or(hotkey.character);
+    }
+    return hotkey;
 }
 
 QString GlobalPlay::displayedGlobalPlayHotkey() const {
@@ -58,23 +58,21 @@ QString GlobalPlay::displayedGlobalPlayHotkey() const {
 std::string GlobalPlay::hotkeysKeyName() const {
     const auto layout = performance_.state().keyboardLayout;
     // Stored without a key code, it means either of two keys, and is called after the one that everybody has.
-    const bool isCaret = ToggleHotkey::characterOf(hotkey_.key) == U'^';
+    const bool isCaret = hotkey_.character == U'^';
     if (!hotkey_.keyCode) {
-        return isCaret ? KeyNames::nameLeftOfOne(layout) : hotkey_.key;
+        return isCaret ? KeyNames::nameLeftOfOne(layout) : toUtf8(hotkey_.character);
     }
     if (const auto name = KeyNames::name(*hotkey_.keyCode, layout)) {
         return *name;
     }
     // A key without a text is stored with that of the caret key.
-    return isCaret ? "Key " + std::to_string(*hotkey_.keyCode) : hotkey_.key;
+    return isCaret ? "Key " + std::to_string(*hotkey_.keyCode) : toUtf8(hotkey_.character);
 }
 
 bool GlobalPlay::hotkeyTakesPlayingKey() const {
     const auto layout = performance_.state().keyboardLayout;
-    const bool isPlayed =
-        hotkey_.keyCode
-            ? PhysicalKeyMapper::character(*hotkey_.keyCode, layout).has_value()
-            : KeyboardLayout::of(layout).position(ToggleHotkey::characterOf(hotkey_.key)) != nullptr;
+    const bool isPlayed = hotkey_.keyCode ? PhysicalKeyMapper::character(*hotkey_.keyCode, layout).has_value()
+                                          : KeyboardLayout::of(layout).position(hotkey_.character) != nullptr;
     return isPlayed && !hotkey_.modifiers.makesShortcut();
 }
 
@@ -97,7 +95,7 @@ void GlobalPlay::setApplicationActive(bool isActive) {
 
 void GlobalPlay::passOnHotkey() {
     globalKeyboard_.setLayoutKind(performance_.state().keyboardLayout);
-    globalKeyboard_.setHotkey(globalPlayHotkeyCharacter(), hotkey_.keyCode, hotkey_.modifiers);
+    globalKeyboard_.setHotkey(globalPlayHotkey());
     // By another layout the same key may have another character.
     Q_EMIT hotkeyChanged();
 }

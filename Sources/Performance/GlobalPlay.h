@@ -1,5 +1,6 @@
 #pragma once
 
+#include "KeyboardInput/ToggleHotkey.h"
 #include "Performance/GlobalKeyboardController.h"
 #include "Performance/PerformanceController.h"
 #include "Preferences/AppPreferences.h"
@@ -7,8 +8,6 @@
 #include <QObject>
 #include <QString>
 
-#include <cstdint>
-#include <optional>
 #include <string>
 
 namespace tavro {
@@ -34,16 +33,11 @@ public:
 
     void setGlobalPlayBinding(bool isOn);
 
-    /// Another hotkey, as it was recorded: the key's text, its position and the modifiers held. It is stored.
-    void setGlobalPlayHotkey(const std::string& text, std::optional<std::int64_t> keyCode,
-                             HotkeyModifiers modifiers);
+    /// Another hotkey, as it was recorded. It is stored.
+    void setGlobalPlayHotkey(const ToggleHotkey& hotkey);
 
-    [[nodiscard]] std::optional<std::int64_t> globalPlayHotkeyKeyCode() const { return hotkey_.keyCode; }
-
-    [[nodiscard]] HotkeyModifiers globalPlayHotkeyModifiers() const { return hotkey_.modifiers; }
-
-    /// The hotkey's character on the current layout; where its position has none, the recorded text.
-    [[nodiscard]] std::string globalPlayHotkeyCharacter() const;
+    /// The hotkey with its position's character on the current layout; where that has none, the recorded one.
+    [[nodiscard]] ToggleHotkey globalPlayHotkey() const;
 
     /// The hotkey as the user reads it: the modifiers, then the name of the key.
     [[nodiscard]] QString displayedGlobalPlayHotkey() const;
@@ -74,7 +68,8 @@ private:
     GlobalKeyboardController& globalKeyboard_;
     Preferences& preferences_;
     ModifierNaming naming_;
-    GlobalPlayHotkeySettings hotkey_;
+    /// As it was recorded.
+    ToggleHotkey hotkey_;
     bool isRecording_ = false;
 };
 

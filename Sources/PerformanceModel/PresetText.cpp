@@ -7,14 +7,13 @@
 
 namespace tavro {
 
-std::string PresetText::encodeFile(const TAVROPreset& preset) {
+std::optional<std::string> PresetText::encodeFile(const TAVROPreset& preset) {
     constexpr int indentation = 2;
-    const auto ordered = preset.encode();
     try {
         // The plain variant keeps the keys of every object sorted.
-        return nlohmann::json(ordered).dump(indentation) + "\n";
+        return nlohmann::json(preset.encode()).dump(indentation) + "\n";
     } catch (const nlohmann::json::exception&) {
-        throw DecodingError({}, "texts in UTF-8", ordered);
+        return std::nullopt;
     }
 }
 

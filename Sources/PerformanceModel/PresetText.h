@@ -15,9 +15,9 @@ class PresetText {
 public:
     PresetText() = delete;
 
-    /// Indented, the keys of every object sorted, a line end behind it. Throws `DecodingError` when a text of
-    /// the preset is not UTF-8.
-    [[nodiscard]] static std::string encodeFile(const TAVROPreset& preset);
+    /// Indented, the keys of every object sorted, a line end behind it. Nothing when a text of the preset is
+    /// not UTF-8.
+    [[nodiscard]] static std::optional<std::string> encodeFile(const TAVROPreset& preset);
 
     /// Throws `JsonTextError` when it is no JSON, `DecodingError` when the JSON is no preset.
     [[nodiscard]] static TAVROPreset decodeFile(std::string_view utf8);

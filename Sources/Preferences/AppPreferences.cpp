@@ -1,8 +1,6 @@
 #include "Preferences/AppPreferences.h"
 
-#include "KeyboardInput/ToggleHotkey.h"
 #include "PerformanceModel/TAVROPreset.h"
-#include "Preferences/StoredGlobalPlayHotkey.h"
 
 #include <algorithm>
 #include <cmath>
@@ -57,10 +55,6 @@ std::optional<Type> stored(UserDefaults& defaults, const PreferenceKey& key, Rea
     return found;
 }
 
-std::string normalisedHotkeyKey(const std::string& key) {
-    return toUtf8(ToggleHotkey::characterOf(key));
-}
-
 } // namespace
 
 std::optional<UserDefaults::Data> Preferences::storedData(const PreferenceKey& key) {
@@ -75,21 +69,13 @@ std::optional<bool> Preferences::storedBool(const PreferenceKey& key) {
     return stored(defaults_, key, &UserDefaults::boolean);
 }
 
-GlobalPlayHotkeySettings Preferences::loadGlobalPlayHotkey() {
+ToggleHotkey Preferences::loadGlobalPlayHotkey() {
     const auto data = storedData(PreferenceKey::globalPlayHotkey);
-    const auto hotkey = data ? StoredGlobalPlayHotkey::decode(data->bytes) : std::nullopt;
-    if (!hotkey) {
-        return {};
-    }
-    return {.key = normalisedHotkeyKey(hotkey->key),
-            .keyCode = hotkey->keyCode,
-            .modifiers = HotkeyModifiers(hotkey->modifiersRawValue)};
+    const auto hotkey = data ? ToggleHotkey::decode(data->bytes) : std::nullopt;
+    return hotkey.value_or(ToggleHotkey());
 }
 
-void Preferences::saveGlobalPlayHotkey(const GlobalPlayHotkeySettings& settings) {
-    const StoredGlobalPlayHotkey hotkey{.key = normalisedHotkeyKey(settings.key),
-                                        .keyCode = settings.keyCode,
-                                        .modifiersRawValue = settings.modifiers.rawValue()};
+void Preferences::saveGlobalPlayHotkey(const ToggleHotkey& hotkey) {
     defaults_.setValue(PreferenceKey::globalPlayHotkey.name, UserDefaults::Data{hotkey.encode()});
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "KeyboardInput/ToggleHotkey.h"
 #include "PlatformInterfaces/BootClock.h"
 #include "PlatformInterfaces/UserDefaults.h"
-#include "Preferences/GlobalPlayHotkeySettings.h"
 #include "Preferences/PreferenceKey.h"
 
 #include <optional>
@@ -30,8 +30,8 @@ public:
     [[nodiscard]] std::optional<bool> storedBool(const PreferenceKey& key);
 
     /// The default when none is stored or it cannot be read.
-    [[nodiscard]] GlobalPlayHotkeySettings loadGlobalPlayHotkey();
-    void saveGlobalPlayHotkey(const GlobalPlayHotkeySettings& settings);
+    [[nodiscard]] ToggleHotkey loadGlobalPlayHotkey();
+    void saveGlobalPlayHotkey(const ToggleHotkey& hotkey);
 
     /// The stored identifier when one of the presets has it, otherwise "default". What is stored stays.
     [[nodiscard]] std::string loadSelectedPresetID(const std::vector<TAVROPreset>& availablePresets);

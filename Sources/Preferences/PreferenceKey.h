@@ -11,7 +11,7 @@ struct PreferenceKey {
     /// Looked up in this order when there is nothing under the name.
     std::vector<std::string> legacyNames;
 
-    /// JSON data of `StoredGlobalPlayHotkey`.
+    /// JSON data of `ToggleHotkey`.
     static const PreferenceKey globalPlayHotkey;
     /// Text: a preset's identifier.
     static const PreferenceKey selectedPresetID;

@@ -60,14 +60,6 @@ QByteArray contentOf(QFileDevice& source, const QString& name) {
     throw tooLarge(name);
 }
 
-std::string encoded(const TAVROPreset& preset, const QString& path) {
-    try {
-        return PresetText::encodeFile(preset);
-    } catch (const DecodingError& error) {
-        throw PresetFileError(Kind::unwritable, path, QString::fromUtf8(error.what()));
-    }
-}
-
 } // namespace
 
 TAVROPreset PresetFile::read(const QString& path) {
@@ -91,14 +83,17 @@ TAVROPreset PresetFile::read(QFileDevice& source, const QString& name) {
 }
 
 void PresetFile::write(const TAVROPreset& preset, const QString& path) {
-    const auto text = encoded(preset, path);
+    const auto text = PresetText::encodeFile(preset);
+    if (!text) {
+        throw PresetFileError(Kind::unwritable, path, tr("a text of the preset is not UTF-8"));
+    }
     const QFileInfo old(path);
     // What replaces a device by a file breaks the system for everybody.
     requireRegularFile(path, old);
     if (old.exists() && !old.isWritable()) {
         throw PresetFileError(Kind::unwritable, path, tr("the file, or its disk, is read-only"));
     }
-    if (const auto reason = SavedFile::write(path, text); !reason.isEmpty()) {
+    if (const auto reason = SavedFile::write(path, *text); !reason.isEmpty()) {
         throw PresetFileError(Kind::unwritable, path, reason);
     }
 }

@@ -24,7 +24,8 @@ const QUuid derivedIdentifiers(QStringLiteral("{6f1f7f4e-3a0c-4f53-9a57-51d2b0c4
 /// that the same file does not join twice.
 TAVROPreset asCustom(TAVROPreset preset) {
     if (preset.id.empty() || preset.id == TAVROPreset::defaultPreset().id) {
-        const auto content = QByteArray::fromStdString(PresetText::encodeFile(preset));
+        // There is a text: what comes out of a file is UTF-8.
+        const auto content = QByteArray::fromStdString(PresetText::encodeFile(preset).value_or(""));
         preset.id =
             QUuid::createUuidV5(derivedIdentifiers, content).toString(QUuid::WithoutBraces).toStdString();
     }

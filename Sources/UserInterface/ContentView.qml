@@ -23,13 +23,7 @@ Item {
     height: designHeight
     focus: true
 
-    KeyboardEventMonitor {
-        layoutKind: root.settings.keyboardLayout
-        hotkey: root.globalPlay.hotkey
-        hotkeyKeyCode: root.globalPlay.hotkeyKeyCode
-        hotkeyModifiers: root.globalPlay.hotkeyModifiers
-        isRecordingHotkey: root.globalPlay.isRecordingHotkey
-    }
+    KeyboardEventMonitor {}
 
     // A preset file that is dropped on the window is loaded.
     DropArea {

@@ -38,19 +38,6 @@ QString GlobalPlayPresenter::hotkeyWarning() const {
                                                : QString();
 }
 
-QString GlobalPlayPresenter::hotkey() const {
-    return QString::fromStdString(globalPlay_.globalPlayHotkeyCharacter());
-}
-
-QVariant GlobalPlayPresenter::hotkeyKeyCode() const {
-    const auto keyCode = globalPlay_.globalPlayHotkeyKeyCode();
-    return keyCode ? QVariant::fromValue<qint64>(*keyCode) : QVariant();
-}
-
-int GlobalPlayPresenter::hotkeyModifiers() const {
-    return static_cast<int>(globalPlay_.globalPlayHotkeyModifiers().rawValue());
-}
-
 bool GlobalPlayPresenter::isRecordingHotkey() const {
     return globalPlay_.isRecordingGlobalPlayHotkey();
 }

@@ -4,7 +4,6 @@
 
 #include <QObject>
 #include <QString>
-#include <QVariant>
 #include <QtQml/qqmlregistration.h>
 
 namespace tavro {
@@ -24,10 +23,6 @@ class GlobalPlayPresenter : public QObject {
     Q_PROPERTY(QString displayedHotkey READ displayedHotkey NOTIFY hotkeyChanged)
     /// What the hotkey keeps from the player; empty when it is nothing.
     Q_PROPERTY(QString hotkeyWarning READ hotkeyWarning NOTIFY hotkeyChanged)
-    /// The hotkey as the window's keyboard monitor takes it.
-    Q_PROPERTY(QString hotkey READ hotkey NOTIFY hotkeyChanged)
-    Q_PROPERTY(QVariant hotkeyKeyCode READ hotkeyKeyCode NOTIFY hotkeyChanged)
-    Q_PROPERTY(int hotkeyModifiers READ hotkeyModifiers NOTIFY hotkeyChanged)
     /// The next key in the window becomes the hotkey.
     Q_PROPERTY(bool isRecordingHotkey READ isRecordingHotkey WRITE setRecordingHotkey NOTIFY hotkeyChanged)
 
@@ -42,9 +37,6 @@ public:
     [[nodiscard]] QString advice() const;
     [[nodiscard]] QString displayedHotkey() const;
     [[nodiscard]] QString hotkeyWarning() const;
-    [[nodiscard]] QString hotkey() const;
-    [[nodiscard]] QVariant hotkeyKeyCode() const;
-    [[nodiscard]] int hotkeyModifiers() const;
     [[nodiscard]] bool isRecordingHotkey() const;
     void setRecordingHotkey(bool isRecording);
 

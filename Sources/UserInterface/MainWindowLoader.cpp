@@ -25,7 +25,30 @@ MainWindowLoader::MainWindowLoader(const Shell& shell)
       menu_(shell.menu, shell.menuIsInWindow) {
     SceneModule::makeAvailable();
     useOwnFont();
+    connectRouter();
     endRecordingOutOfSight();
+}
+
+void MainWindowLoader::connectRouter() {
+    router_.keys = shell_.pressedKeys;
+    router_.onKeyDown = [this](Character key) { shell_.controller.handleKeyDown(key); };
+    router_.onKeyUp = [this](Character key) { shell_.controller.handleKeyUp(key); };
+    router_.onRecordedHotkey = [this](const ToggleHotkey& hotkey) {
+        shell_.globalPlay.setGlobalPlayHotkey(hotkey);
+    };
+    router_.onRecordingInterrupted = [this] { shell_.globalPlay.setRecordingGlobalPlayHotkey(false); };
+    router_.onHotkey = [this] { shell_.globalPlay.toggleGlobalPlay(); };
+    router_.onFocusChanged = [this](bool isFocused) { shell_.controller.setFocused(isFocused); };
+    router_.catchUp = [this] { shell_.globalPlay.globalKeyboard().catchUp(); };
+    const auto followHotkey = [this] {
+        router_.hotkey = shell_.globalPlay.globalPlayHotkey();
+        router_.isRecordingHotkey = shell_.globalPlay.isRecordingGlobalPlayHotkey();
+    };
+    const auto followLayout = [this] { router_.layoutKind = shell_.controller.state().keyboardLayout; };
+    followHotkey();
+    followLayout();
+    QObject::connect(&shell_.globalPlay, &GlobalPlay::hotkeyChanged, &globalPlay_, followHotkey);
+    QObject::connect(&shell_.controller, &PerformanceController::stateChanged, &grid_, followLayout);
 }
 
 void MainWindowLoader::endRecordingOutOfSight() {
@@ -60,8 +83,16 @@ QVariantMap MainWindowLoader::initialProperties() {
 bool MainWindowLoader::create() {
     engine_.setInitialProperties(initialProperties());
     engine_.load(SceneModule::urlOf(QStringLiteral("MainWindow.qml")));
-    auto* created = window();
-    return created != nullptr && connectKeys(*created);
+    if (window() == nullptr) {
+        return false;
+    }
+    keys_ = window()->findChild<KeyboardEventMonitor*>();
+    if (keys_ == nullptr) {
+        qCritical("The main window holds no keyboard monitor.");
+        return false;
+    }
+    keys_->watchFor(router_, shell_.translator);
+    return true;
 }
 
 void MainWindowLoader::show() {
@@ -81,51 +112,6 @@ bool MainWindowLoader::load() {
 QQuickWindow* MainWindowLoader::window() const {
     const auto roots = engine_.rootObjects();
     return roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow*>(roots.front());
-}
-
-bool MainWindowLoader::connectKeys(QQuickWindow& window) {
-    auto* monitor = window.findChild<KeyboardEventMonitor*>();
-    if (monitor == nullptr) {
-        qCritical("The main window holds no keyboard monitor.");
-        return false;
-    }
-    monitor_ = monitor;
-    monitor->setTranslator(&shell_.translator);
-    monitor->setPressedKeys(shell_.pressedKeys);
-    monitor->setActions({
-        .onKeyDown = [this](Character key) { shell_.controller.handleKeyDown(key); },
-        .onKeyUp = [this](Character key) { shell_.controller.handleKeyUp(key); },
-        .onRecordedHotkey =
-            [this](const std::string& text, std::int64_t keyCode, HotkeyModifiers modifiers) {
-                shell_.globalPlay.setGlobalPlayHotkey(text, keyCode, modifiers);
-            },
-        .onHotkey = [this] { shell_.globalPlay.toggleGlobalPlay(); },
-        .onFocusChanged = [this](bool isFocused) { shell_.controller.setFocused(isFocused); },
-        .onRecordingInterrupted = [this] { shell_.globalPlay.setRecordingGlobalPlayHotkey(false); },
-        .catchUp = [this] { shell_.globalPlay.globalKeyboard().catchUp(); },
-    });
-    return true;
-}
-
-bool MainWindowLoader::handleKeyDirectly(const KeyEvent& event) {
-    return monitor_ != nullptr && monitor_->handleDirectly(event);
-}
-
-HeldKeyNotices MainWindowLoader::heldKeyNotices() {
-    return {.onReleased =
-                [this](std::int64_t keyCode, std::uint32_t time) {
-                    if (monitor_ != nullptr) {
-                        monitor_->handleReleaseElsewhere(keyCode, time);
-                    }
-                },
-            .onHeldBefore =
-                [this](std::int64_t keyCode, std::uint32_t time) {
-                    if (monitor_ != nullptr) {
-                        monitor_->keepSilent(keyCode, time);
-                    }
-                },
-            .isAwaited =
-                [this](std::int64_t keyCode) { return monitor_ != nullptr && monitor_->isDown(keyCode); }};
 }
 
 bool MainWindowLoader::selfTest() {

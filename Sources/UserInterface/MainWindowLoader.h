@@ -2,12 +2,12 @@
 
 #include "ApplicationShell/LaunchAtLogin.h"
 #include "Concurrency/MainActor.h"
+#include "KeyboardInput/KeyEventRouter.h"
 #include "KeyboardInput/KeyboardAccess.h"
 #include "MidiOutput/MidiOutputManager.h"
 #include "Performance/GlobalPlay.h"
 #include "Performance/PerformanceController.h"
 #include "PlatformInterfaces/Application/KeyEventTranslator.h"
-#include "PlatformInterfaces/HeldKeyNotices.h"
 #include "PlatformInterfaces/UserDefaults.h"
 #include "Presets/PresetLibrary.h"
 #include "UserInterface/GlobalPlayPresenter.h"
@@ -68,13 +68,11 @@ public:
 
     [[nodiscard]] const WindowPanels& panels() const { return panels_; }
 
-    /// Plays a key that the window has not seen yet, when it is one of the playing area and no text field and
-    /// no popup wants it. False when it is to go the window's way; nothing has been done.
-    bool handleKeyDirectly(const KeyEvent& event);
+    /// What the window's keys mean.
+    [[nodiscard]] KeyEventRouter& router() { return router_; }
 
-    /// What is to be called when the window system tells more of the keys than the window is sent. May be
-    /// called for as long as the loader exists.
-    [[nodiscard]] HeldKeyNotices heldKeyNotices();
+    /// Where the window's keys come in; null before `create` and after a failed one.
+    [[nodiscard]] KeyboardEventMonitor* keys() const { return keys_; }
 
     /// Compiles and creates every component of the scene's module, without showing a window. True when
     /// nothing was wrong, a warning at run time included; else each went to the error output, with its file's
@@ -83,7 +81,7 @@ public:
 
 private:
     [[nodiscard]] QVariantMap initialProperties();
-    [[nodiscard]] bool connectKeys(QQuickWindow& window);
+    void connectRouter();
     /// Nobody is to record a hotkey without seeing that he does.
     void endRecordingOutOfSight();
 
@@ -97,8 +95,9 @@ private:
     TutorialPresenter tutorial_;
     WindowPanels panels_;
     MainMenuPresenter menu_;
+    KeyEventRouter router_;
     /// Owned by the scene.
-    QPointer<KeyboardEventMonitor> monitor_;
+    QPointer<KeyboardEventMonitor> keys_;
     // Last, so that the scene is gone before what it shows.
     QQmlApplicationEngine engine_;
 };

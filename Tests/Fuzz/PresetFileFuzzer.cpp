@@ -27,7 +27,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto preset = decoded({reinterpret_cast<const char*>(data), size});
     if (preset) {
         const auto text = tavro::PresetText::encodeFile(*preset);
-        tavro::require(decoded(text) == preset, "what was read is read again after it was written");
+        tavro::require(text && decoded(*text) == preset, "what was read is read again after it was written");
     }
     return 0;
 }

@@ -15,7 +15,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     defaults.setValue(PreferenceKey::globalPlayHotkey.name,
                       UserDefaults::Data{{reinterpret_cast<const char*>(data), size}});
     const auto hotkey = preferences.loadGlobalPlayHotkey();
-    const auto characters = charactersOf(hotkey.key);
+    const auto characters = charactersOf(toUtf8(hotkey.character));
     require(characters && characters->size() == 1, "the key is one character");
     preferences.saveGlobalPlayHotkey(hotkey);
     require(preferences.loadGlobalPlayHotkey() == hotkey,

@@ -25,7 +25,6 @@ protected:
 };
 
 TEST_F(Hotkey, TogglesOnBothCaretKeys) {
-    keys.router.hotkey = "  ^\n";
     EXPECT_TRUE(keys.consumesTap(press(keyIso)));
     EXPECT_TRUE(keys.consumesTap(press(keyGrave)));
     EXPECT_THAT(keys.calls, ElementsAre("hotkey", "hotkey"));
@@ -38,15 +37,15 @@ TEST_F(Hotkey, RepeatingIsSwallowedWithoutToggling) {
 }
 
 TEST_F(Hotkey, RepeatingWithModifiersPasses) {
-    keys.router.hotkeyModifiers = control;
+    keys.router.hotkey.modifiers = control;
     EXPECT_TRUE(keys.consumes(press(keyGrave, control)));
     EXPECT_FALSE(keys.consumes(repeat(keyGrave, control)));
     EXPECT_THAT(keys.calls, ElementsAre("hotkey"));
 }
 
 TEST_F(Hotkey, ComesBeforeTheRuleForShortcuts) {
-    keys.router.hotkey = "k";
-    keys.router.hotkeyModifiers = control | option;
+    keys.router.hotkey.character = U'k';
+    keys.router.hotkey.modifiers = control | option;
     EXPECT_TRUE(keys.consumesTap(press(keyK, control | option)));
     EXPECT_FALSE(keys.consumesTap(press(keyK, control)));
     EXPECT_TRUE(keys.consumesTap(press(keyK)));
@@ -54,7 +53,7 @@ TEST_F(Hotkey, ComesBeforeTheRuleForShortcuts) {
 }
 
 TEST_F(Hotkey, WithoutItsModifiersTheCaretKeysAreOrdinaryKeys) {
-    keys.router.hotkeyModifiers = shift;
+    keys.router.hotkey.modifiers = shift;
     EXPECT_TRUE(keys.consumesTap(press(keyGrave)));
     EXPECT_TRUE(keys.consumesTap(press(keyGrave, {}, U'`')));
     EXPECT_TRUE(keys.consumesTap(press(keyGrave, shift)));
@@ -62,8 +61,8 @@ TEST_F(Hotkey, WithoutItsModifiersTheCaretKeysAreOrdinaryKeys) {
 }
 
 TEST_F(Hotkey, WithAKeyCodeIsThatKeyOnly) {
-    keys.router.hotkey = "k";
-    keys.router.hotkeyKeyCode = keyIso;
+    keys.router.hotkey.character = U'k';
+    keys.router.hotkey.keyCode = keyIso;
     EXPECT_TRUE(keys.consumesTap(press(keyK)));
     EXPECT_TRUE(keys.consumesTap(press(keyGrave)));
     EXPECT_TRUE(keys.consumesTap(press(keyIso)));
@@ -73,9 +72,9 @@ TEST_F(Hotkey, WithAKeyCodeIsThatKeyOnly) {
 }
 
 TEST_F(Hotkey, IsAsThePropertiesStandAtTheEvent) {
-    keys.router.hotkey = "a";
+    keys.router.hotkey.character = U'a';
     EXPECT_TRUE(keys.consumesTap(press(keyA)));
-    keys.router.hotkey = "k";
+    keys.router.hotkey.character = U'k';
     EXPECT_TRUE(keys.consumesTap(press(keyA)));
     EXPECT_THAT(keys.calls, ElementsAre("hotkey", "down a"));
     EXPECT_TRUE(keys.router.isToggleHotkey(press(keyK)));
@@ -123,10 +122,27 @@ TEST_F(Recording, ComesBeforeTheHotkeyInForce) {
     EXPECT_THAT(keys.calls, ElementsAre("recorded ^ 50 0"));
 }
 
+TEST_F(Recording, TakesTheCharacterInTheFormOfAHotkeys) {
+    EXPECT_TRUE(keys.consumesTap(press(49, {}, U' ')));
+    EXPECT_TRUE(keys.consumesTap(press(42, {}, U'\u00C4')));
+    EXPECT_THAT(keys.calls, ElementsAre("recorded ^ 49 0", "recorded \u00E4 42 0"));
+}
+
+TEST_F(Recording, IsInterruptedByWhateverElseTakesTheKeys) {
+    keys.router.interruptRecording();
+    keys.router.setFocused(true);
+    keys.router.setFocused(false);
+    EXPECT_THAT(keys.calls, ElementsAre("interrupted", "interrupted"));
+    keys.router.isRecordingHotkey = false;
+    keys.router.interruptRecording();
+    keys.router.setFocused(false);
+    EXPECT_EQ(keys.calls.size(), 2U);
+}
+
 TEST_F(Recording, TakesAKeyThatHasNoTextToo) {
     EXPECT_TRUE(keys.consumesTap(press(36)));
     EXPECT_TRUE(keys.consumesTap(press(36, control)));
-    EXPECT_THAT(keys.calls, ElementsAre("recorded  36 0", "recorded  36 2"));
+    EXPECT_THAT(keys.calls, ElementsAre("recorded ^ 36 0", "recorded ^ 36 2"));
 }
 
 TEST_F(Recording, DoesNotTakeRepeats) {

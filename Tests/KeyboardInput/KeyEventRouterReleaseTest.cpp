@@ -64,14 +64,14 @@ TEST_F(Release, OfAKeyThatWasNotSeenGoingDownIsPlayed) {
 TEST_F(Release, OfAForgottenKeyFollowsTheOrdinaryRules) {
     EXPECT_TRUE(keys.consumes(press(keyA)));
     EXPECT_TRUE(keys.consumes(press(keyY)));
-    keys.router.forgetHeldKeys();
+    keys.router.setFocused(false);
     EXPECT_FALSE(keys.consumes(release(keyA, HotkeyModifiers::option)));
     EXPECT_TRUE(keys.consumes(release(keyY)));
     EXPECT_THAT(keys.calls, ElementsAre("down a", "down z", "up z"));
 }
 
 TEST_F(Release, DoesNotAskForTheHotkeyOrTheRecording) {
-    keys.router.hotkey = "a";
+    keys.router.hotkey.character = U'a';
     EXPECT_TRUE(keys.consumes(release(keyA)));
     keys.router.isRecordingHotkey = true;
     EXPECT_TRUE(keys.consumes(release(keyA)));

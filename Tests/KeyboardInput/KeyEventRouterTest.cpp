@@ -24,9 +24,7 @@ protected:
 
 TEST_F(Playing, StartsWithTheCaretHotkeyAndTheFirstLayout) {
     const KeyEventRouter router;
-    EXPECT_EQ(router.hotkey, "^");
-    EXPECT_EQ(router.hotkeyKeyCode, std::nullopt);
-    EXPECT_EQ(router.hotkeyModifiers, HotkeyModifiers());
+    EXPECT_EQ(router.hotkey, ToggleHotkey());
     EXPECT_EQ(router.layoutKind, KeyboardLayoutKind::qwertz);
     EXPECT_FALSE(router.isRecordingHotkey);
 }
@@ -49,9 +47,18 @@ TEST_F(Playing, APressOfAKeyThatIsDownIsARepeatWithoutAMarkToo) {
 
 TEST_F(Playing, AKeyWhoseReleaseWasNotSeenPlaysAgain) {
     EXPECT_TRUE(keys.consumes(press(keyA)));
-    keys.router.forgetHeldKeys();
+    keys.router.setFocused(false);
     EXPECT_TRUE(keys.consumes(press(keyA)));
     EXPECT_THAT(keys.calls, ElementsAre("down a", "down a"));
+}
+
+TEST_F(Playing, LosingTheKeyboardIsTold) {
+    keys.router.onFocusChanged = [this](bool isFocused) {
+        keys.calls.emplace_back(isFocused ? "focus" : "no focus");
+    };
+    keys.router.setFocused(true);
+    keys.router.setFocused(false);
+    EXPECT_THAT(keys.calls, ElementsAre("focus", "no focus"));
 }
 
 TEST_F(Playing, ThePositionDecidesNotWhatIsTyped) {

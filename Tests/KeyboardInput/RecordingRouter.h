@@ -10,18 +10,19 @@
 namespace tavro {
 
 /// A router whose actions are noted: "down a", "up a", "hotkey", "recorded a 0 15" with the key code and the
-/// bits of the modifiers.
+/// bits of the modifiers, "interrupted".
 class RecordingRouter {
 public:
     RecordingRouter() {
         router.onKeyDown = [this](Character key) { calls.push_back("down " + toUtf8(key)); };
         router.onKeyUp = [this](Character key) { calls.push_back("up " + toUtf8(key)); };
         router.onHotkey = [this] { calls.emplace_back("hotkey"); };
-        router.onRecordedHotkey = [this](const std::string& text, std::int64_t keyCode,
-                                         HotkeyModifiers modifiers) {
-            calls.push_back("recorded " + text + " " + std::to_string(keyCode) + " " +
-                            std::to_string(modifiers.rawValue()));
+        router.onRecordedHotkey = [this](const ToggleHotkey& hotkey) {
+            calls.push_back("recorded " + toUtf8(hotkey.character) + " " +
+                            std::to_string(hotkey.keyCode.value_or(-1)) + " " +
+                            std::to_string(hotkey.modifiers.rawValue()));
         };
+        router.onRecordingInterrupted = [this] { calls.emplace_back("interrupted"); };
     }
 
     RecordingRouter(const RecordingRouter&) = delete;

@@ -90,5 +90,32 @@ TEST(ToggleHotkey, NeedsExactlyItsModifiers) {
     }
 }
 
+TEST(ToggleHotkey, IsWrittenAsJsonWithoutWhiteSpace) {
+    EXPECT_EQ(ToggleHotkey().encode(), R"({"key":"^","modifiersRawValue":0})");
+    EXPECT_EQ((ToggleHotkey{U'p', 35, HotkeyModifiers(9)}).encode(),
+              R"({"key":"p","keyCode":35,"modifiersRawValue":9})");
+    EXPECT_EQ((ToggleHotkey{U'\u00F6', -1, HotkeyModifiers(0x7F00)}).encode(),
+              "{\"key\":\"\u00F6\",\"keyCode\":-1,\"modifiersRawValue\":32512}");
+}
+
+TEST(ToggleHotkey, IsReadAsItWasWritten) {
+    for (const auto character : {U'^', U'"', U'\\', U'\u00F6', U'\0', U'\U0001F3B9'}) {
+        for (const auto keyCode : {std::optional<std::int64_t>(), std::optional<std::int64_t>(50)}) {
+            const ToggleHotkey hotkey{character, keyCode, HotkeyModifiers(-2)};
+            EXPECT_EQ(ToggleHotkey::decode(hotkey.encode()), hotkey) << hotkey.encode();
+        }
+    }
+}
+
+TEST(ToggleHotkey, IsReadWithAnyTextAsItsKeyAndOnlyWhole) {
+    EXPECT_EQ(ToggleHotkey::decode(R"({"key":" Ctrl K\n","modifiersRawValue":2.0,"keyCode":null})"),
+              (ToggleHotkey{U'k', std::nullopt, HotkeyModifiers::control}));
+    for (const auto* const bad :
+         {"", "[]", R"({"key":"a"})", R"({"modifiersRawValue":0})", R"({"key":1,"modifiersRawValue":0})",
+          R"({"key":"a","keyCode":"1","modifiersRawValue":0})"}) {
+        EXPECT_EQ(ToggleHotkey::decode(bad), std::nullopt) << bad;
+    }
+}
+
 } // namespace
 } // namespace tavro

@@ -174,7 +174,7 @@ TEST_F(GlobalKeyboard, tellsTheTapWheneverVerdictsChange) {
     takeCalls();
     controller->setLayoutKind(KeyboardLayoutKind::qwerty);
     EXPECT_THAT(takeCalls(), ElementsAre(Call::updateVerdicts));
-    controller->setHotkey("k", std::nullopt, HotkeyModifiers::control);
+    controller->setHotkey({U'k', std::nullopt, HotkeyModifiers::control});
     EXPECT_THAT(takeCalls(), ElementsAre(Call::updateVerdicts));
     EXPECT_EQ(down(keyGrave), Verdict::pass);
     EXPECT_EQ(down(40, HotkeyModifiers::control), Verdict::swallow);
@@ -182,17 +182,10 @@ TEST_F(GlobalKeyboard, tellsTheTapWheneverVerdictsChange) {
     EXPECT_EQ(takeCalls().back(), Call::updateVerdicts);
 }
 
-TEST_F(GlobalKeyboard, takesTheLastCharacterOfAHotkeysText) {
-    controller->setHotkey("  Ctrl K \n", std::nullopt, {});
-    EXPECT_EQ(controller->hotkey().character, U'k');
-    controller->setHotkey(" \n", 7, HotkeyModifiers::shift);
-    EXPECT_EQ(controller->hotkey(), (ToggleHotkey{U'^', 7, HotkeyModifiers::shift}));
-}
-
 TEST_F(GlobalKeyboard, anotherHotkeyForgetsTheHeldKeys) {
     controller->setEnabled(true);
     down(keyA);
-    controller->setHotkey("k", std::nullopt, {});
+    controller->setHotkey({U'k', std::nullopt, {}});
     down(keyA);
     mainActor.runDue();
     EXPECT_THAT(takeHappened(), ElementsAre("on", "down a", "down a"));

@@ -127,7 +127,7 @@ TEST_F(GlobalPlayTest, takesAndShowsARecordedHotkey) {
     QObject::connect(&globalPlay, &GlobalPlay::hotkeyChanged, &globalPlay, [&] { ++changes; });
     globalPlay.setRecordingGlobalPlayHotkey(true);
     EXPECT_TRUE(globalPlay.isRecordingGlobalPlayHotkey());
-    globalPlay.setGlobalPlayHotkey("z", keyZ, HotkeyModifiers::control | HotkeyModifiers::option);
+    globalPlay.setGlobalPlayHotkey({U'z', keyZ, HotkeyModifiers::control | HotkeyModifiers::option});
     EXPECT_FALSE(globalPlay.isRecordingGlobalPlayHotkey());
     EXPECT_EQ(changes, 2);
     EXPECT_EQ(globalKeyboard.hotkey().keyCode, keyZ);
@@ -145,64 +145,63 @@ TEST_F(GlobalPlayTest, takesAndShowsARecordedHotkey) {
 }
 
 TEST_F(GlobalPlayTest, showsTheRecordedTextWhereThePositionHasNoCharacter) {
-    globalPlay.setGlobalPlayHotkey("^", keyGrave, HotkeyModifiers::shift);
+    globalPlay.setGlobalPlayHotkey({U'^', keyGrave, HotkeyModifiers::shift});
     EXPECT_EQ(shown(), "Shift+^");
-    globalPlay.setGlobalPlayHotkey("q", std::nullopt, {});
+    globalPlay.setGlobalPlayHotkey({U'q', std::nullopt, {}});
     EXPECT_EQ(shown(), "q");
-    EXPECT_EQ(globalPlay.globalPlayHotkeyKeyCode(), std::nullopt);
-    EXPECT_EQ(globalPlay.globalPlayHotkeyModifiers(), HotkeyModifiers());
+    EXPECT_EQ(globalPlay.globalPlayHotkey(), (ToggleHotkey{U'q', std::nullopt, {}}));
 }
 
 TEST_F(GlobalPlayTest, showsTheKeyLeftOfOneByWhatTheLayoutPrintsThere) {
     for (const auto keyCode : {std::optional<std::int64_t>(), std::optional<std::int64_t>(keyGrave)}) {
-        globalPlay.setGlobalPlayHotkey("^", keyCode, {});
+        globalPlay.setGlobalPlayHotkey({U'^', keyCode, {}});
         instrument.change([](auto& state) { state.keyboardLayout = KeyboardLayoutKind::qwertz; });
         EXPECT_EQ(shown(), "^");
         instrument.change([](auto& state) { state.keyboardLayout = KeyboardLayoutKind::qwerty; });
         EXPECT_EQ(shown(), "`");
         // What is stored and compared stays.
-        EXPECT_EQ(globalPlay.globalPlayHotkeyCharacter(), "^");
+        EXPECT_EQ(globalPlay.globalPlayHotkey().character, U'^');
     }
 }
 
 TEST_F(GlobalPlayTest, showsKeysWithoutATextByName) {
     constexpr std::int64_t keyF5 = 96;
-    globalPlay.setGlobalPlayHotkey("", keyF5, HotkeyModifiers::shift);
+    globalPlay.setGlobalPlayHotkey({U'^', keyF5, HotkeyModifiers::shift});
     EXPECT_EQ(shown(), "Shift+F5");
     EXPECT_EQ(globalKeyboard.hotkey(), (ToggleHotkey{U'^', keyF5, HotkeyModifiers::shift}));
     constexpr std::int64_t keypad5 = 87;
-    globalPlay.setGlobalPlayHotkey("5", keypad5, {});
+    globalPlay.setGlobalPlayHotkey({U'5', keypad5, {}});
     EXPECT_EQ(shown(), "Keypad 5");
     constexpr std::int64_t space = 49;
-    globalPlay.setGlobalPlayHotkey(" ", space, {});
+    globalPlay.setGlobalPlayHotkey({U'^', space, {}});
     EXPECT_EQ(shown(), "Space");
     constexpr std::int64_t unnamed = 0x10A4;
-    globalPlay.setGlobalPlayHotkey("", unnamed, {});
+    globalPlay.setGlobalPlayHotkey({U'^', unnamed, {}});
     EXPECT_EQ(shown(), "Key 4260");
 }
 
 TEST_F(GlobalPlayTest, tellsWhenTheHotkeyTakesAPlayingKey) {
     EXPECT_FALSE(globalPlay.hotkeyTakesPlayingKey());
-    globalPlay.setGlobalPlayHotkey("a", keyA, {});
+    globalPlay.setGlobalPlayHotkey({U'a', keyA, {}});
     EXPECT_TRUE(globalPlay.hotkeyTakesPlayingKey());
-    globalPlay.setGlobalPlayHotkey("a", keyA, HotkeyModifiers::shift);
+    globalPlay.setGlobalPlayHotkey({U'a', keyA, HotkeyModifiers::shift});
     EXPECT_TRUE(globalPlay.hotkeyTakesPlayingKey());
-    globalPlay.setGlobalPlayHotkey("a", keyA, HotkeyModifiers::control);
+    globalPlay.setGlobalPlayHotkey({U'a', keyA, HotkeyModifiers::control});
     EXPECT_FALSE(globalPlay.hotkeyTakesPlayingKey());
-    globalPlay.setGlobalPlayHotkey("a", std::nullopt, {});
+    globalPlay.setGlobalPlayHotkey({U'a', std::nullopt, {}});
     EXPECT_TRUE(globalPlay.hotkeyTakesPlayingKey());
-    globalPlay.setGlobalPlayHotkey("", keyReturn, {});
+    globalPlay.setGlobalPlayHotkey({U'^', keyReturn, {}});
     EXPECT_FALSE(globalPlay.hotkeyTakesPlayingKey());
 }
 
 TEST_F(GlobalPlayTest, namesModifiersByTheirSymbolsWhereKeyboardsDo) {
     GlobalPlay withSymbols(instrument.controller, globalKeyboard, preferences, ModifierNaming::symbols);
-    withSymbols.setGlobalPlayHotkey("k", 40, HotkeyModifiers::option | HotkeyModifiers::command);
+    withSymbols.setGlobalPlayHotkey({U'k', 40, HotkeyModifiers::option | HotkeyModifiers::command});
     EXPECT_EQ(withSymbols.displayedGlobalPlayHotkey().toStdString(), "⌥⌘k");
 }
 
 TEST_F(GlobalPlayTest, storesTheHotkeyAndBeginsWithTheStoredOne) {
-    globalPlay.setGlobalPlayHotkey("K", 40, HotkeyModifiers::control);
+    globalPlay.setGlobalPlayHotkey({U'k', 40, HotkeyModifiers::control});
     GlobalPlay next(instrument.controller, globalKeyboard, preferences, ModifierNaming::words);
     EXPECT_EQ(next.displayedGlobalPlayHotkey().toStdString(), "Ctrl+k");
     next.configureGlobalKeyboard();

@@ -7,35 +7,30 @@
 namespace tavro {
 
 TEST_P(PreferencesTest, normalisesTheKeyOfAStoredHotkey) {
-    const auto expectKey = [&](const std::string& stored, const std::string& expected) {
+    const auto expectKey = [&](const std::string& stored, Character expected) {
         putHotkeyWithKey(stored);
-        EXPECT_EQ(preferences_.loadGlobalPlayHotkey().key, expected) << stored;
+        EXPECT_EQ(preferences_.loadGlobalPlayHotkey().character, expected) << stored;
     };
-    expectKey(R"(  Ä\n)", "ä");
-    expectKey("ab", "b");
-    expectKey("", "^");
-    expectKey("  ", "^");
-    expectKey(R"(\t\r\n)", "^");
-    expectKey(R"(\u00A0\u2028Q\u3000)", "q");
-    expectKey("Z", "z");
-}
-
-TEST_P(PreferencesTest, normalisesTheKeyOfAHotkeyThatIsSaved) {
-    preferences_.saveGlobalPlayHotkey({.key = "  xÖ \n", .keyCode = std::nullopt, .modifiers = {}});
-    EXPECT_EQ(defaults_.data("TAVRO.GlobalPlayHotkey.v1"), Data{R"({"key":"ö","modifiersRawValue":0})"});
-    preferences_.saveGlobalPlayHotkey({.key = "\xFF", .keyCode = std::nullopt, .modifiers = {}});
-    EXPECT_EQ(defaults_.data("TAVRO.GlobalPlayHotkey.v1"), Data{R"({"key":"^","modifiersRawValue":0})"});
+    expectKey(R"(  Ä\n)", U'ä');
+    expectKey("ab", U'b');
+    expectKey("", U'^');
+    expectKey("  ", U'^');
+    expectKey(R"(\t\r\n)", U'^');
+    expectKey(R"(\u00A0\u2028Q\u3000)", U'q');
+    expectKey("Z", U'z');
 }
 
 TEST_P(PreferencesTest, savesAHotkeyAsJsonWithoutWhiteSpace) {
+    preferences_.saveGlobalPlayHotkey({});
+    EXPECT_EQ(defaults_.data("TAVRO.GlobalPlayHotkey.v1"), Data{R"({"key":"^","modifiersRawValue":0})"});
     preferences_.saveGlobalPlayHotkey(
-        {.key = "p", .keyCode = 35, .modifiers = HotkeyModifiers::command | HotkeyModifiers::shift});
+        {.character = U'p', .keyCode = 35, .modifiers = HotkeyModifiers::command | HotkeyModifiers::shift});
     EXPECT_EQ(defaults_.data("TAVRO.GlobalPlayHotkey.v1"),
               Data{R"({"key":"p","keyCode":35,"modifiersRawValue":9})"});
 }
 
 TEST_P(PreferencesTest, loadsTheHotkeyThatWasSaved) {
-    const GlobalPlayHotkeySettings hotkey{.key = "\"", .keyCode = -1, .modifiers = HotkeyModifiers(0x7F00)};
+    const ToggleHotkey hotkey{.character = U'"', .keyCode = -1, .modifiers = HotkeyModifiers(0x7F00)};
     preferences_.saveGlobalPlayHotkey(hotkey);
     EXPECT_EQ(preferences_.loadGlobalPlayHotkey(), hotkey);
 }
@@ -43,8 +38,8 @@ TEST_P(PreferencesTest, loadsTheHotkeyThatWasSaved) {
 TEST_P(PreferencesTest, loadsTheHotkeyOfAnEarlierGeneration) {
     defaults_.setValue("Sarvik.GlobalPlayHotkey.v1",
                        Data{R"({"key":"K","keyCode":40,"modifiersRawValue":6})"});
-    const GlobalPlayHotkeySettings expected{
-        .key = "k", .keyCode = 40, .modifiers = HotkeyModifiers::control | HotkeyModifiers::option};
+    const ToggleHotkey expected{
+        .character = U'k', .keyCode = 40, .modifiers = HotkeyModifiers::control | HotkeyModifiers::option};
     EXPECT_EQ(preferences_.loadGlobalPlayHotkey(), expected);
 }
 
@@ -55,15 +50,15 @@ TEST_P(PreferencesTest, fallsBackToTheDefaultHotkeyAndLeavesBadDataAlone) {
           R"({"key":"a","modifiersRawValue":0.5})", R"({"key":"a","keyCode":"1","modifiersRawValue":0})",
           R"({"key":"a","modifiersRawValue":1e300})", "{\"key\":\"\xFF\"}"}) {
         putHotkey(bad);
-        EXPECT_EQ(preferences_.loadGlobalPlayHotkey(), GlobalPlayHotkeySettings{}) << bad;
+        EXPECT_EQ(preferences_.loadGlobalPlayHotkey(), ToggleHotkey{}) << bad;
         EXPECT_EQ(defaults_.data("TAVRO.GlobalPlayHotkey.v1"), Data{bad});
     }
 }
 
 TEST_P(PreferencesTest, readsWhatOtherWritersOfTheHotkeyLeave) {
     putHotkey(R"( { "modifiersRawValue": 2.0, "keyCode": null, "key": "h", "more": [] } )");
-    const GlobalPlayHotkeySettings expected{
-        .key = "h", .keyCode = std::nullopt, .modifiers = HotkeyModifiers::control};
+    const ToggleHotkey expected{
+        .character = U'h', .keyCode = std::nullopt, .modifiers = HotkeyModifiers::control};
     EXPECT_EQ(preferences_.loadGlobalPlayHotkey(), expected);
 }
 

@@ -23,7 +23,7 @@ TEST_P(PreferencesTest, findsNothingInAnEmptyDatabase) {
     EXPECT_EQ(preferences_.storedString(PreferenceKey::selectedPresetID), std::nullopt);
     EXPECT_EQ(preferences_.storedBool(PreferenceKey::launchAtLogin), std::nullopt);
     EXPECT_EQ(preferences_.storedBool(PreferenceKey::tutorialCompleted), std::nullopt);
-    EXPECT_EQ(preferences_.loadGlobalPlayHotkey(), GlobalPlayHotkeySettings{});
+    EXPECT_EQ(preferences_.loadGlobalPlayHotkey(), ToggleHotkey{});
 }
 
 TEST_P(PreferencesTest, findsTheLastOfAllPlacesAndCopiesItToTheFirst) {

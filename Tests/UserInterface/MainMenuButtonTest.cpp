@@ -68,12 +68,8 @@ protected:
         field_ = window_->findChild<QQuickItem*>(QStringLiteral("field"));
         auto* monitor = window_->findChild<KeyboardEventMonitor*>();
         ASSERT_TRUE(button_ != nullptr && field_ != nullptr && monitor != nullptr);
-        monitor->setTranslator(&translator_);
-        monitor->setActions({.onKeyDown = [this](Character key) { calls_.push_back("play " + toUtf8(key)); },
-                             .onKeyUp = {},
-                             .onRecordedHotkey = {},
-                             .onHotkey = {},
-                             .onFocusChanged = {}});
+        router_.onKeyDown = [this](Character key) { calls_.push_back("play " + toUtf8(key)); };
+        monitor->watchFor(router_, translator_);
         window_->requestActivate();
         QCoreApplication::processEvents();
         ASSERT_EQ(QGuiApplication::focusWindow(), window_);
@@ -128,6 +124,7 @@ protected:
     std::vector<std::string> calls_;
     headless::ApplicationVisibilityAdapter visibility_;
     const headless::KeyEventTranslatorAdapter translator_;
+    KeyEventRouter router_;
     FocusedTextField textEditing_;
     MainMenu menu_{visibility_,
                    textEditing_,

@@ -193,7 +193,7 @@ TEST_F(TutorialPresenterTest, ReopenedItBeginsAgainWithTheHotkeyOfThatMoment) {
     stepForward(4);
     tutorial_.done();
 
-    instrument_.globalPlay.setGlobalPlayHotkey("k", std::nullopt, HotkeyModifiers::control);
+    instrument_.globalPlay.setGlobalPlayHotkey({U'k', std::nullopt, HotkeyModifiers::control});
     tutorial_.show();
     EXPECT_EQ(tutorial_.stepIndex(), 0);
     EXPECT_EQ(tutorial_.steps(),

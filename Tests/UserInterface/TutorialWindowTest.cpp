@@ -118,10 +118,10 @@ TEST_F(TutorialWindowTest, TheKeysPlayUntilItComesAndNotWhileItIsOpen) {
 TEST_F(TutorialWindowTest, NeitherTheWayPastTheWindowNorTheMousePlaysWhileItIsOpen) {
     const auto place = centre(*cell(QStringLiteral("1")));
     open();
-    EXPECT_FALSE(loader_.handleKeyDirectly(plainA_));
+    EXPECT_FALSE(loader_.keys()->handleDirectly(plainA_));
     for (const auto& button : {QStringLiteral("Back"), QStringLiteral("Next")}) {
         find(QStringLiteral("SheetButton"), "text", button)->forceActiveFocus();
-        EXPECT_FALSE(loader_.handleKeyDirectly(plainA_));
+        EXPECT_FALSE(loader_.keys()->handleDirectly(plainA_));
     }
     mouse(QEvent::MouseButtonPress, place);
     mouse(QEvent::MouseButtonRelease, place);
@@ -129,7 +129,7 @@ TEST_F(TutorialWindowTest, NeitherTheWayPastTheWindowNorTheMousePlaysWhileItIsOp
     EXPECT_TRUE(isOpen());
 
     tap(escape_);
-    EXPECT_TRUE(loader_.handleKeyDirectly(plainA_));
+    EXPECT_TRUE(loader_.keys()->handleDirectly(plainA_));
     EXPECT_EQ(instrument_.takeMessages().size(), 1u);
 }
 
@@ -205,7 +205,7 @@ TEST_F(TutorialWindowTest, TheTabKeyReachesEveryButtonAndNothingBehindTheSheet) 
         tap(tab_);
         ASSERT_NE(window_->activeFocusItem(), nullptr);
         reached.insert(window_->activeFocusItem()->property("text").toString());
-        EXPECT_FALSE(loader_.handleKeyDirectly(plainA_));
+        EXPECT_FALSE(loader_.keys()->handleDirectly(plainA_));
     }
     reached.remove(QString());
     EXPECT_EQ(reached,
@@ -218,7 +218,7 @@ TEST_F(TutorialWindowTest, TheTabKeyReachesEveryButtonAndNothingBehindTheSheet) 
 }
 
 TEST_F(TutorialWindowTest, TheThirdStepShowsTheHotkeyOfTheMomentInWhichItOpens) {
-    instrument_.globalPlay.setGlobalPlayHotkey("k", std::nullopt, HotkeyModifiers::control);
+    instrument_.globalPlay.setGlobalPlayHotkey({U'k', std::nullopt, HotkeyModifiers::control});
     open();
     tap(right_);
     tap(right_);

@@ -128,12 +128,11 @@ int runApplication(const ApplicationOptions& options) {
     if (options.hasInitialState) {
         program.controller.loadState(options.initialState);
     }
-    const auto directKeyFilter =
-        AppMainAdapters::directKeyFilter(*program.window.window(), [&program](const KeyEvent& event) {
-            return program.window.handleKeyDirectly(event);
-        });
+    const auto directKeyFilter = AppMainAdapters::directKeyFilter(
+        *program.window.window(),
+        [&keys = *program.window.keys()](const KeyEvent& event) { return keys.handleDirectly(event); });
     const auto heldKeyWatch =
-        AppMainAdapters::heldKeyWatch(*program.window.window(), program.window.heldKeyNotices());
+        AppMainAdapters::heldKeyWatch(*program.window.window(), program.window.router());
     program.pressedKeys->setWatching(PressedKeys::Witness::windowSystem, heldKeyWatch != nullptr);
     return QGuiApplication::exec();
 }

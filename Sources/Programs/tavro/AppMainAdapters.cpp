@@ -181,10 +181,10 @@ AppMainAdapters::focusWatch([[maybe_unused]] std::function<void(bool hasFocus)> 
 }
 
 std::unique_ptr<QAbstractNativeEventFilter>
-AppMainAdapters::heldKeyWatch([[maybe_unused]] QWindow& window, [[maybe_unused]] HeldKeyNotices notices) {
+AppMainAdapters::heldKeyWatch([[maybe_unused]] QWindow& window, [[maybe_unused]] HeldKeyNotices& notices) {
 #if defined(Q_OS_LINUX)
     if (QGuiApplication::platformName() == QLatin1String("xcb")) {
-        return x11::HeldKeyWatch::start(window, std::move(notices));
+        return x11::HeldKeyWatch::start(window, notices);
     }
 #endif
     return nullptr;

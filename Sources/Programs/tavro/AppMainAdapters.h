@@ -65,7 +65,7 @@ struct AppMainAdapters {
     /// Tells, for as long as it exists, what the window is not sent about its keys. To be made behind the way
     /// of the plain keys, which would hide them. Null where the window system tells no more.
     [[nodiscard]] static std::unique_ptr<QAbstractNativeEventFilter> heldKeyWatch(QWindow& window,
-                                                                                  HeldKeyNotices notices);
+                                                                                  HeldKeyNotices& notices);
 
     [[nodiscard]] static ModifierNaming modifierNaming();
 

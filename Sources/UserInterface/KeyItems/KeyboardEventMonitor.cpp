@@ -1,126 +1,127 @@
 #include "UserInterface/KeyItems/KeyboardEventMonitor.h"
 
-#include <utility>
+#include "UserInterface/KeyItems/FocusedItem.h"
+
+#include <QKeyEvent>
 
 namespace tavro {
 
-KeyboardEventMonitor::KeyboardEventMonitor(QQuickItem* parent)
-    : QQuickItem(parent), view_(new KeyboardMonitorView()) {
-    updateFields();
-    updateActions();
-    // Only now: entering the window is reported to the fields.
-    view_->setParent(this);
-    view_->setParentItem(this);
+KeyboardEventMonitor::KeyboardEventMonitor(QQuickItem* parent) {
+    // Not by the base class, whose notice of the window would come before this part can hear it.
+    setParent(parent);
+    setParentItem(parent);
 }
 
 KeyboardEventMonitor::~KeyboardEventMonitor() {
-    // While the actions, which it calls when it goes, still exist.
-    delete view_;
+    // The base class takes itself out of the window when this part no longer exists and can tell nobody.
+    if (window_ != nullptr) {
+        removeMonitors();
+        setFocused(false);
+    }
 }
 
-void KeyboardEventMonitor::updateFields() {
-    auto& router = view_->router;
-    router.hotkey = hotkey_.toStdString();
-    router.hotkeyKeyCode = hotkeyKeyCode_;
-    router.hotkeyModifiers = hotkeyModifiers_;
-    router.layoutKind = layoutKind_;
-    router.isRecordingHotkey = isRecordingHotkey_;
-    view_->translator = translator_;
+void KeyboardEventMonitor::watchFor(KeyEventRouter& router, const KeyEventTranslator& translator) {
+    router_ = &router;
+    translator_ = &translator;
+    setFocused(isFocused_);
 }
 
-void KeyboardEventMonitor::updateActions() {
-    auto& router = view_->router;
-    router.onKeyDown = actions_.onKeyDown;
-    router.onKeyUp = actions_.onKeyUp;
-    router.onRecordedHotkey = actions_.onRecordedHotkey;
-    router.onHotkey = actions_.onHotkey;
-    router.catchUp = actions_.catchUp;
-    view_->onRecordingInterrupted = actions_.onRecordingInterrupted;
-    // The scene may bring the view into a window before the actions are known; what was reported then is kept
-    // for them.
-    view_->onFocusChanged = [this](bool isFocused) {
-        isFocused_ = isFocused;
-        if (actions_.onFocusChanged) {
-            actions_.onFocusChanged(isFocused);
+void KeyboardEventMonitor::itemChange(ItemChange change, const ItemChangeData& data) {
+    QQuickItem::itemChange(change, data);
+    if (change != ItemSceneChange) {
+        return;
+    }
+    removeMonitors();
+    setFocused(data.window != nullptr);
+    if (data.window != nullptr) {
+        installMonitors(*data.window);
+    }
+}
+
+void KeyboardEventMonitor::installMonitors(QQuickWindow& window) {
+    window_ = &window;
+    window.installEventFilter(this);
+    connect(&window, &QWindow::focusObjectChanged, this, &KeyboardEventMonitor::watchFocusObject);
+    watchFocusObject(window.focusObject());
+}
+
+void KeyboardEventMonitor::removeMonitors() {
+    watchFocusObject(nullptr);
+    if (window_ != nullptr) {
+        window_->removeEventFilter(this);
+        window_->disconnect(this);
+    }
+    window_ = nullptr;
+}
+
+void KeyboardEventMonitor::watchFocusObject(QObject* focusObject) {
+    // The question whether a key is a shortcut goes to the item that has the focus, not through the window.
+    if (focusObject_ != nullptr && focusObject_ != window_) {
+        focusObject_->removeEventFilter(this);
+    }
+    focusObject_ = focusObject;
+    if (focusObject_ != nullptr && focusObject_ != window_) {
+        focusObject_->installEventFilter(this);
+    }
+    const auto now = context();
+    if (router_ != nullptr && (now.isForeignWindow || now.isEditingText)) {
+        router_->interruptRecording();
+    }
+}
+
+bool KeyboardEventMonitor::handleDirectly(const KeyEvent& event) {
+    return router_ != nullptr && window_ != nullptr && router_->handleDirectly(event, context());
+}
+
+bool KeyboardEventMonitor::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride) {
+        // An accepted question keeps the key from the shortcuts; it then comes as an ordinary press.
+        const bool isOurs = wouldConsume(*static_cast<QKeyEvent*>(event));
+        event->setAccepted(isOurs);
+        return isOurs;
+    }
+    if (watched != window_) {
+        return false;
+    }
+    switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+        if (consumes(*static_cast<QKeyEvent*>(event))) {
+            event->accept();
+            return true;
         }
-    };
-}
-
-void KeyboardEventMonitor::setActions(Actions actions) {
-    actions_ = std::move(actions);
-    updateActions();
-    if (actions_.onFocusChanged) {
-        actions_.onFocusChanged(isFocused_);
+        return false;
+    case QEvent::FocusIn:
+        setFocused(true);
+        return false;
+    case QEvent::FocusOut:
+        setFocused(false);
+        return false;
+    default:
+        return false;
     }
 }
 
-void KeyboardEventMonitor::setTranslator(const KeyEventTranslator* translator) {
-    translator_ = translator;
-    updateFields();
-}
-
-QString KeyboardEventMonitor::hotkey() const {
-    return hotkey_;
-}
-
-void KeyboardEventMonitor::setHotkey(const QString& hotkey) {
-    if (hotkey_ != hotkey) {
-        hotkey_ = hotkey;
-        updateFields();
-        Q_EMIT hotkeyChanged();
+void KeyboardEventMonitor::setFocused(bool isFocused) {
+    isFocused_ = isFocused;
+    if (router_ != nullptr) {
+        router_->setFocused(isFocused);
     }
 }
 
-QVariant KeyboardEventMonitor::hotkeyKeyCode() const {
-    return hotkeyKeyCode_ ? QVariant::fromValue<qint64>(*hotkeyKeyCode_) : QVariant();
+KeyEventRouter::Context KeyboardEventMonitor::context() const {
+    const auto focus = FocusedItem::of(window_);
+    return {.isForeignWindow = focus.liesInPopup, .isEditingText = focus.isEditingText};
 }
 
-void KeyboardEventMonitor::setHotkeyKeyCode(const QVariant& keyCode) {
-    bool isNumber = false;
-    const auto number = keyCode.toLongLong(&isNumber);
-    const auto code = isNumber ? std::optional<std::int64_t>(number) : std::nullopt;
-    if (hotkeyKeyCode_ != code) {
-        hotkeyKeyCode_ = code;
-        updateFields();
-        Q_EMIT hotkeyChanged();
-    }
+bool KeyboardEventMonitor::consumes(const QKeyEvent& event) {
+    const auto key = router_ != nullptr ? translator_->translate(event) : std::nullopt;
+    return key && router_->handle(*key, context()) == KeyEventRouter::Verdict::consume;
 }
 
-int KeyboardEventMonitor::hotkeyModifiers() const {
-    return static_cast<int>(hotkeyModifiers_.rawValue());
-}
-
-void KeyboardEventMonitor::setHotkeyModifiers(int modifiers) {
-    if (hotkeyModifiers_ != HotkeyModifiers(modifiers)) {
-        hotkeyModifiers_ = HotkeyModifiers(modifiers);
-        updateFields();
-        Q_EMIT hotkeyChanged();
-    }
-}
-
-QString KeyboardEventMonitor::layoutKind() const {
-    return QString::fromUtf8(rawValue(layoutKind_));
-}
-
-void KeyboardEventMonitor::setLayoutKind(const QString& rawValue) {
-    const auto kind = keyboardLayoutKindFromRawValue(rawValue.toStdString());
-    if (kind && *kind != layoutKind_) {
-        layoutKind_ = *kind;
-        updateFields();
-        Q_EMIT layoutKindChanged();
-    }
-}
-
-bool KeyboardEventMonitor::isRecordingHotkey() const {
-    return isRecordingHotkey_;
-}
-
-void KeyboardEventMonitor::setRecordingHotkey(bool isRecording) {
-    if (isRecordingHotkey_ != isRecording) {
-        isRecordingHotkey_ = isRecording;
-        updateFields();
-        Q_EMIT isRecordingHotkeyChanged();
-    }
+bool KeyboardEventMonitor::wouldConsume(const QKeyEvent& event) const {
+    const auto key = router_ != nullptr ? translator_->translate(event) : std::nullopt;
+    return key && router_->verdict(*key, context()) == KeyEventRouter::Verdict::consume;
 }
 
 } // namespace tavro

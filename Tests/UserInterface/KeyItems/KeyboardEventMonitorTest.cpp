@@ -38,7 +38,7 @@ TEST_F(KeyboardEventMonitorTest, AHeldKeyPlaysOnce) {
 
 TEST_F(KeyboardEventMonitorTest, ThePositionCountsNotWhatTheKeyTypes) {
     KeyEvents{.evdevCode = KEY_Y, .key = Qt::Key_Y}.press(desk_.window);
-    desk_.monitor->setLayoutKind(QStringLiteral("QWERTY"));
+    desk_.router.layoutKind = KeyboardLayoutKind::qwerty;
     KeyEvents{.evdevCode = KEY_Z, .key = Qt::Key_Y}.press(desk_.window);
     EXPECT_THAT(desk_.takeLog(), ElementsAre("down z", "down z"));
 }
@@ -61,62 +61,50 @@ TEST_F(KeyboardEventMonitorTest, ShortcutsPassAndShiftAlonePlays) {
 }
 
 TEST_F(KeyboardEventMonitorTest, RecordingTakesAnyKeyWithItsModifiers) {
-    desk_.monitor->setRecordingHotkey(true);
+    desk_.router.isRecordingHotkey = true;
     EXPECT_TRUE((KeyEvents{.evdevCode = KEY_K, .key = Qt::Key_K, .modifiers = Qt::ControlModifier}.press(
         desk_.window)));
     EXPECT_TRUE((KeyEvents{.evdevCode = KEY_102ND, .key = Qt::Key_Less}.press(desk_.window)));
     EXPECT_TRUE((KeyEvents{.evdevCode = KEY_F5, .key = Qt::Key_F5}.press(desk_.window)));
-    EXPECT_THAT(desk_.takeLog(), ElementsAre("recorded k 40 2", "recorded ^ 10 0", "recorded  96 0"));
-    desk_.monitor->setRecordingHotkey(false);
+    EXPECT_THAT(desk_.takeLog(), ElementsAre("recorded k 40 2", "recorded ^ 10 0", "recorded ^ 96 0"));
+    desk_.router.isRecordingHotkey = false;
     a_.press(desk_.window);
     EXPECT_THAT(desk_.takeLog(), ElementsAre("down a"));
 }
 
-TEST_F(KeyboardEventMonitorTest, TheHotkeyFollowsItsFields) {
+TEST_F(KeyboardEventMonitorTest, TheHotkeyIsTheRoutersOfTheMoment) {
     const KeyEvents grave{.evdevCode = KEY_GRAVE, .key = Qt::Key_QuoteLeft};
     EXPECT_TRUE(grave.press(desk_.window));
     EXPECT_THAT(desk_.takeLog(), ElementsAre("hotkey"));
 
-    desk_.monitor->setHotkeyKeyCode(40);
-    desk_.monitor->setHotkeyModifiers(2);
+    desk_.router.hotkey = {U'k', 40, HotkeyModifiers::control};
     const KeyEvents controlK{.evdevCode = KEY_K, .key = Qt::Key_K, .modifiers = Qt::ControlModifier};
     EXPECT_TRUE(controlK.press(desk_.window));
     controlK.release(desk_.window);
     KeyEvents{.evdevCode = KEY_K, .key = Qt::Key_K}.press(desk_.window);
     EXPECT_THAT(desk_.takeLog(), ElementsAre("hotkey", "down k"));
 
-    desk_.monitor->setHotkeyKeyCode(QVariant());
-    desk_.monitor->setHotkeyModifiers(0);
-    desk_.monitor->setHotkey(QStringLiteral(" L "));
+    desk_.router.hotkey = {U'l', std::nullopt, {}};
     KeyEvents{.evdevCode = KEY_L, .key = Qt::Key_L}.press(desk_.window);
     EXPECT_THAT(desk_.takeLog(), ElementsAre("hotkey"));
-}
-
-TEST_F(KeyboardEventMonitorTest, WhatIsNoNumberIsNoKeyCode) {
-    desk_.monitor->setHotkeyKeyCode(40);
-    desk_.monitor->setHotkeyKeyCode(QStringLiteral("x"));
-    EXPECT_FALSE(desk_.monitor->hotkeyKeyCode().isValid());
-}
-
-TEST_F(KeyboardEventMonitorTest, AnUnknownLayoutChangesNothing) {
-    desk_.monitor->setLayoutKind(QStringLiteral("qwerty"));
-    EXPECT_EQ(desk_.monitor->layoutKind(), QStringLiteral("QWERTZ"));
 }
 
 TEST_F(KeyboardEventMonitorTest, AKeyOfOursIsKeptFromTheShortcuts) {
     EXPECT_TRUE(a_.send(desk_.window, QEvent::ShortcutOverride));
     const KeyEvents controlK{.evdevCode = KEY_K, .key = Qt::Key_K, .modifiers = Qt::ControlModifier};
     EXPECT_FALSE(controlK.send(desk_.window, QEvent::ShortcutOverride));
-    desk_.monitor->setRecordingHotkey(true);
+    desk_.router.isRecordingHotkey = true;
     EXPECT_TRUE(controlK.send(desk_.window, QEvent::ShortcutOverride));
     // Only the question was asked; the key itself comes later.
     EXPECT_THAT(desk_.takeLog(), IsEmpty());
 }
 
-TEST_F(KeyboardEventMonitorTest, WithoutATranslatorEverythingPasses) {
-    desk_.monitor->setTranslator(nullptr);
-    EXPECT_FALSE(a_.press(desk_.window));
-    EXPECT_FALSE(a_.send(desk_.window, QEvent::ShortcutOverride));
+TEST_F(KeyboardEventMonitorTest, WithoutARouterEverythingPasses) {
+    QQuickWindow window;
+    KeyboardEventMonitor monitor(window.contentItem());
+    EXPECT_FALSE(a_.press(window));
+    EXPECT_FALSE(a_.send(window, QEvent::ShortcutOverride));
+    EXPECT_FALSE(monitor.handleDirectly({}));
     EXPECT_THAT(desk_.takeLog(), IsEmpty());
 }
 

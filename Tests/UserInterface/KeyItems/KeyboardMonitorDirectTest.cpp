@@ -94,7 +94,7 @@ TEST_F(KeyboardMonitorDirectTest, KeysThatDoNotPlayAreLeftToTheWindow) {
 }
 
 TEST_F(KeyboardMonitorDirectTest, TheHotkeyIsLeftToTheWindow) {
-    desk_.monitor->setHotkeyKeyCode(40);
+    desk_.router.hotkey.keyCode = keyK;
     EXPECT_FALSE(press(keyK));
     EXPECT_THAT(desk_.takeLog(), IsEmpty());
     KeyEvents{.evdevCode = KEY_K, .key = Qt::Key_K}.press(desk_.window);
@@ -102,7 +102,7 @@ TEST_F(KeyboardMonitorDirectTest, TheHotkeyIsLeftToTheWindow) {
 }
 
 TEST_F(KeyboardMonitorDirectTest, AKeyToBeRecordedIsLeftToTheWindow) {
-    desk_.monitor->setRecordingHotkey(true);
+    desk_.router.isRecordingHotkey = true;
     EXPECT_FALSE(press(keyK));
     EXPECT_THAT(desk_.takeLog(), IsEmpty());
     KeyEvents{.evdevCode = KEY_K, .key = Qt::Key_K}.press(desk_.window);

@@ -57,29 +57,26 @@ TEST_F(KeyboardMonitorFocusTest, EnteringAWindowGivesTheKeysAndLeavingItTakesThe
     desk_.monitor->setParentItem(desk_.window.contentItem());
 }
 
-TEST_F(KeyboardMonitorFocusTest, ActionsThatComeLateAreToldHowThingsStand) {
+TEST_F(KeyboardMonitorFocusTest, ARouterThatComesLateIsToldHowThingsStandAndThatTheWindowGoes) {
     std::vector<bool> told;
-    desk_.monitor->setActions({.onKeyDown = {},
-                               .onKeyUp = {},
-                               .onRecordedHotkey = {},
-                               .onHotkey = {},
-                               .onFocusChanged = [&told](bool isFocused) { told.push_back(isFocused); }});
-    EXPECT_THAT(told, ElementsAre(true));
-    desk_.monitor->setActions({});
-}
-
-TEST_F(KeyboardMonitorFocusTest, AWindowThatGoesTakesTheKeysWithIt) {
-    std::vector<bool> told;
+    KeyEventRouter router;
+    router.onFocusChanged = [&told](bool isFocused) { told.push_back(isFocused); };
     {
         QQuickWindow window;
         auto* monitor = new KeyboardEventMonitor(window.contentItem());
-        monitor->setActions({.onKeyDown = {},
-                             .onKeyUp = {},
-                             .onRecordedHotkey = {},
-                             .onHotkey = {},
-                             .onFocusChanged = [&told](bool isFocused) { told.push_back(isFocused); }});
+        monitor->watchFor(router, desk_.translator);
+        EXPECT_THAT(told, ElementsAre(true));
     }
     EXPECT_THAT(told, ElementsAre(true, false));
+}
+
+TEST_F(KeyboardMonitorFocusTest, ATextFieldEndsTheRecording) {
+    desk_.router.isRecordingHotkey = true;
+    desk_.router.onRecordingInterrupted = [this] { desk_.log.emplace_back("interrupted"); };
+    focusedItem(false);
+    EXPECT_THAT(desk_.takeLog(), IsEmpty());
+    focusedItem(true);
+    EXPECT_THAT(desk_.takeLog(), ElementsAre("interrupted"));
 }
 
 TEST_F(KeyboardMonitorFocusTest, LosingTheKeyboardForgetsTheHeldKeys) {
@@ -115,8 +112,7 @@ TEST_F(KeyboardMonitorFocusTest, AKeyHeldWhenATextFieldOpensIsStillReleased) {
 }
 
 TEST_F(KeyboardMonitorFocusTest, TheQuestionForAShortcutIsAnsweredWhereverTheFocusIs) {
-    desk_.monitor->setHotkeyKeyCode(40);
-    desk_.monitor->setHotkeyModifiers(2);
+    desk_.router.hotkey = {U'k', 40, HotkeyModifiers::control};
     const KeyEvents hotkey{.evdevCode = KEY_K, .key = Qt::Key_K, .modifiers = Qt::ControlModifier};
     auto* first = focusedItem(false);
     EXPECT_TRUE(hotkey.send(*first, QEvent::ShortcutOverride));

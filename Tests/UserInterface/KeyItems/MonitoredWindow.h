@@ -16,18 +16,18 @@ class MonitoredWindow {
 public:
     MonitoredWindow() {
         monitor = new KeyboardEventMonitor(window.contentItem());
-        monitor->setTranslator(&translator);
-        monitor->setActions({
-            .onKeyDown = [this](Character key) { log.push_back("down " + toUtf8(key)); },
-            .onKeyUp = [this](Character key) { log.push_back("up " + toUtf8(key)); },
-            .onRecordedHotkey =
-                [this](const std::string& text, std::int64_t keyCode, HotkeyModifiers modifiers) {
-                    log.push_back("recorded " + text + " " + std::to_string(keyCode) + " " +
-                                  std::to_string(modifiers.rawValue()));
-                },
-            .onHotkey = [this] { log.emplace_back("hotkey"); },
-            .onFocusChanged = [this](bool isFocused) { log.emplace_back(isFocused ? "focus" : "no focus"); },
-        });
+        router.onKeyDown = [this](Character key) { log.push_back("down " + toUtf8(key)); };
+        router.onKeyUp = [this](Character key) { log.push_back("up " + toUtf8(key)); };
+        router.onRecordedHotkey = [this](const ToggleHotkey& hotkey) {
+            log.push_back("recorded " + toUtf8(hotkey.character) + " " +
+                          std::to_string(hotkey.keyCode.value_or(-1)) + " " +
+                          std::to_string(hotkey.modifiers.rawValue()));
+        };
+        router.onHotkey = [this] { log.emplace_back("hotkey"); };
+        router.onFocusChanged = [this](bool isFocused) {
+            log.emplace_back(isFocused ? "focus" : "no focus");
+        };
+        monitor->watchFor(router, translator);
         log.clear();
     }
 
@@ -40,6 +40,7 @@ public:
 
     std::vector<std::string> log;
     const headless::KeyEventTranslatorAdapter translator;
+    KeyEventRouter router;
     QQuickWindow window;
     /// Owned by the window's content.
     KeyboardEventMonitor* monitor = nullptr;

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <utility>
 #include <variant>
+#include <vector>
 
 namespace tavro::linuxos {
 
@@ -99,27 +100,15 @@ private:
 };
 
 Json jsonOf(const Data& data) {
-    if (charactersOf(data.bytes)) {
-        return data.bytes;
+    Json content = data.bytes;
+    if (!charactersOf(data.bytes)) {
+        content = std::vector<std::uint8_t>(data.bytes.begin(), data.bytes.end());
     }
-    auto bytes = Json::array();
-    for (const char byte : data.bytes) {
-        bytes.push_back(static_cast<std::uint8_t>(byte));
-    }
-    return bytes;
+    return Json::object({{dataTag, std::move(content)}});
 }
 
-Json jsonOf(const Value& value) {
-    if (const auto* const data = std::get_if<Data>(&value); data != nullptr) {
-        return Json::object({{dataTag, jsonOf(*data)}});
-    }
-    if (const auto* const text = std::get_if<std::string>(&value); text != nullptr) {
-        return *text;
-    }
-    if (const auto* const number = std::get_if<std::int64_t>(&value); number != nullptr) {
-        return *number;
-    }
-    return std::get<bool>(value);
+Json jsonOf(const auto& plain) {
+    return plain;
 }
 
 } // namespace
@@ -142,7 +131,7 @@ SettingsText SettingsText::parse(std::string_view text) {
 std::optional<std::string> SettingsText::format() const {
     auto json = Json::object();
     for (const auto& [key, value] : values) {
-        json[key] = jsonOf(value);
+        json[key] = std::visit([](const auto& held) { return jsonOf(held); }, value);
     }
     try {
         return json.dump(4) + '\n';

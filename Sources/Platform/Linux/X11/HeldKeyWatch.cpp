@@ -6,8 +6,6 @@
 #include <QGuiApplication>
 #include <QWindow>
 
-#include <utility>
-
 namespace tavro::x11 {
 
 namespace {
@@ -56,7 +54,7 @@ void selectKeymap(xcb_connection_t* connection, xcb_window_t window) {
 
 } // namespace
 
-std::unique_ptr<HeldKeyWatch> HeldKeyWatch::start(QWindow& window, HeldKeyNotices notices) {
+std::unique_ptr<HeldKeyWatch> HeldKeyWatch::start(QWindow& window, HeldKeyNotices& notices) {
     const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     auto* const connection = x11 != nullptr ? x11->connection() : nullptr;
     const auto extension =
@@ -65,13 +63,13 @@ std::unique_ptr<HeldKeyWatch> HeldKeyWatch::start(QWindow& window, HeldKeyNotice
         return nullptr;
     }
     selectKeymap(connection, static_cast<xcb_window_t>(window.winId()));
-    auto watch = std::make_unique<HeldKeyWatch>(extension, std::move(notices));
+    auto watch = std::make_unique<HeldKeyWatch>(extension, notices);
     qGuiApp->installNativeEventFilter(watch.get());
     return watch;
 }
 
-HeldKeyWatch::HeldKeyWatch(std::uint8_t inputExtension, HeldKeyNotices notices)
-    : inputExtension_(inputExtension), notices_(std::move(notices)) {}
+HeldKeyWatch::HeldKeyWatch(std::uint8_t inputExtension, HeldKeyNotices& notices)
+    : inputExtension_(inputExtension), notices_(notices) {}
 
 bool HeldKeyWatch::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*) {
     if (eventType != "xcb_generic_event_t") {
@@ -121,7 +119,7 @@ void HeldKeyWatch::compare(const xcb_keymap_notify_event_t& keymap) {
         const bool isDown = ((keymap.keys[key / 8 - 1] >> (key % 8)) & 1) != 0;
         if (isDown && !watched_.test(key)) {
             watched_.set(key);
-            notices_.onHeldBefore(virtualKeyCode(key), time_ != 0 ? time_ + 1 : 0);
+            notices_.keepSilent(virtualKeyCode(key), time_ != 0 ? time_ + 1 : 0);
         } else if (!isDown && watched_.test(key)) {
             release(static_cast<std::uint8_t>(key), time_);
         }
@@ -130,7 +128,7 @@ void HeldKeyWatch::compare(const xcb_keymap_notify_event_t& keymap) {
 
 void HeldKeyWatch::release(std::uint8_t key, xcb_timestamp_t time) {
     watched_.reset(key);
-    notices_.onReleased(virtualKeyCode(key), time);
+    notices_.handleReleaseElsewhere(virtualKeyCode(key), time);
 }
 
 } // namespace tavro::x11

@@ -23,11 +23,12 @@ namespace tavro::x11 {
 class HeldKeyWatch final : public QAbstractNativeEventFilter {
 public:
     /// Begins at once, and ends with the result or with the window, which must have been shown. To be made
-    /// behind every filter that keeps keys from the others. Null when the server has no XInput 2.1.
-    [[nodiscard]] static std::unique_ptr<HeldKeyWatch> start(QWindow& window, HeldKeyNotices notices);
+    /// behind every filter that keeps keys from the others. The notices must outlive the result. Null when
+    /// the server has no XInput 2.1.
+    [[nodiscard]] static std::unique_ptr<HeldKeyWatch> start(QWindow& window, HeldKeyNotices& notices);
 
     /// For events of this extension number that come from elsewhere.
-    HeldKeyWatch(std::uint8_t inputExtension, HeldKeyNotices notices);
+    HeldKeyWatch(std::uint8_t inputExtension, HeldKeyNotices& notices);
 
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
@@ -38,7 +39,7 @@ private:
     void release(std::uint8_t key, xcb_timestamp_t time);
 
     std::uint8_t inputExtension_;
-    HeldKeyNotices notices_;
+    HeldKeyNotices& notices_;
     /// The keys whose release is waited for.
     KeySet watched_;
     /// Of the latest event that tells one.

@@ -20,6 +20,22 @@ using testing::IsEmpty;
 
 constexpr std::uint8_t extension = 131;
 
+/// Notes what it is told.
+struct ToldNotices final : HeldKeyNotices {
+    void handleReleaseElsewhere(std::int64_t keyCode, std::uint32_t time) override {
+        told.push_back("up " + std::to_string(keyCode) + " at " + std::to_string(time));
+    }
+
+    void keepSilent(std::int64_t keyCode, std::uint32_t time) override {
+        told.push_back("held " + std::to_string(keyCode) + " at " + std::to_string(time));
+    }
+
+    [[nodiscard]] bool isAwaited(std::int64_t keyCode) const override { return keyCode == awaited; }
+
+    std::vector<std::string> told;
+    std::int64_t awaited = -1;
+};
+
 /// Positions are those of the kernel; A is 0 in the virtual key codes that are told, and Alt, which no layout
 /// has, 4096 and its own.
 class HeldKeyWatchTest : public testing::Test {
@@ -55,21 +71,12 @@ protected:
         EXPECT_FALSE(send(&event));
     }
 
-    std::vector<std::string> takeTold() { return std::exchange(told, {}); }
+    std::vector<std::string> takeTold() { return std::exchange(notes.told, {}); }
 
-    std::vector<std::string> told;
-    HeldKeyWatch watch{
-        extension,
-        {.onReleased =
-             [this](std::int64_t keyCode, std::uint32_t time) {
-                 told.push_back("up " + std::to_string(keyCode) + " at " + std::to_string(time));
-             },
-         .onHeldBefore =
-             [this](std::int64_t keyCode, std::uint32_t time) {
-                 told.push_back("held " + std::to_string(keyCode) + " at " + std::to_string(time));
-             },
-         .isAwaited = [this](std::int64_t keyCode) { return keyCode == awaited; }}};
-    std::int64_t awaited = -1;
+    ToldNotices notes;
+    const std::vector<std::string>& told = notes.told;
+    std::int64_t& awaited = notes.awaited;
+    HeldKeyWatch watch{extension, notes};
 };
 
 TEST_F(HeldKeyWatchTest, TellsTheReleaseOfAKeyThatWentDownHereOnce) {

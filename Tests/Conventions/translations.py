@@ -42,7 +42,7 @@ ALLOWED = {
     "KeyNames.cpp": "the core, which has no Qt: what is printed on keys",
 }
 # Texts that are no language.
-PROPER = re.compile(r"/TAVRO Presets|import QtQml.*|pragma Singleton|/bin/sh -c |\[Desktop Entry\]|TAVRO( System)?", re.DOTALL)
+PROPER = re.compile(r"/TAVRO Presets|import QtQml.*|pragma Singleton|/bin/sh -c |\[Desktop Entry\]|TAVRO( System| Guard)?", re.DOTALL)
 
 WORDS = re.compile(r"[A-Za-z]{2,}[,.:;]? +[%A-Za-z(]")
 LITERAL = re.compile(r'(?:u8|u|U|L)?"(?:[^"\\\n]|\\.)*"')

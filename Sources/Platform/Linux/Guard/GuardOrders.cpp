@@ -18,8 +18,8 @@ constexpr std::string_view connection = "connection ";
 constexpr std::string_view keyboard = "keyboard ";
 constexpr std::string_view copy = "copy ";
 constexpr std::string_view receiver = "receiver ";
-constexpr std::string_view expectsMain = "expects main";
-constexpr std::string_view expectsTap = "expects tap";
+constexpr std::string_view expectsMain = "expects-main";
+constexpr std::string_view expectsTap = "expects-tap";
 
 } // namespace word
 

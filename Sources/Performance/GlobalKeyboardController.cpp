@@ -281,6 +281,8 @@ bool GlobalKeyboardController::makeAnew() {
     // Perhaps only this connection has ended: while the program was stopped or busy, its guard has seen to
     // it.
     tap_.dispose();
+    taken_.clear();
+    updateStatusText();
     keys_->forget(PressedKeys::Road::tap);
     if (!tap_.isTrusted(false) || !tap_.create(*this)) {
         return false;

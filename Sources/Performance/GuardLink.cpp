@@ -18,6 +18,10 @@ GuardLink::~GuardLink() {
 
 void GuardLink::setBusy(bool isBusy) {
     if (std::exchange(isBusy_, isBusy) == isBusy) {
+        // A stream of keys may keep the timer from its turn.
+        if (isBusy && mainActor_.now() - lastBeat_ >= Guard::beatInterval) {
+            beat();
+        }
         return;
     }
     guard_.expectBeats(isBusy);
@@ -29,6 +33,7 @@ void GuardLink::setBusy(bool isBusy) {
 }
 
 void GuardLink::beat() {
+    lastBeat_ = mainActor_.now();
     nextBeat_ = mainActor_.after(Guard::beatInterval, [this] { beat(); });
     if (const auto deeds = guard_.beat(); deeds != Guard::Deeds() && onDeeds) {
         onDeeds(deeds);

@@ -4,6 +4,7 @@
 #include "MidiOutput/MidiOutputManager.h"
 #include "PlatformInterfaces/Guard.h"
 
+#include <chrono>
 #include <functional>
 
 namespace tavro {
@@ -21,7 +22,8 @@ public:
     /// Called when the guard has acted although the program lives: it was stopped, or busy for too long.
     std::function<void(const Guard::Deeds&)> onDeeds;
 
-    /// Whether something sounds, or other programs' keys are taken. At rest nothing wakes the program.
+    /// Whether something sounds, or other programs' keys are taken. At rest nothing wakes the program. To be
+    /// told at every note, which shows that the main thread lives.
     void setBusy(bool isBusy);
 
 private:
@@ -32,6 +34,7 @@ private:
     const MidiOutputManager& midi_;
     bool isBusy_ = false;
     ScheduledTask nextBeat_;
+    std::chrono::nanoseconds lastBeat_{0};
     QMetaObject::Connection receivers_;
 };
 

@@ -8,8 +8,8 @@ namespace tavro {
 /// keyboard. Key codes are the Mac's virtual ones. Main thread only.
 class HeldKeyNotices {
 public:
-    /// A key went up whose press went to a window of the program, or which is awaited, whoever has the keyboard
-    /// by then. The time is that of `KeyEvent`.
+    /// A key went up whose press went to a window of the program, or which is awaited, whoever has the
+    /// keyboard by then. The time is that of `KeyEvent`.
     virtual void handleReleaseElsewhere(std::int64_t keyCode, std::uint32_t time) = 0;
 
     /// The keyboard came to the window with a key down whose press went to others. The time lies behind all

@@ -129,13 +129,19 @@ class StopTest(GuardTest):
         self.typist.tap("grave")
         self.wait_until_released()
         os.kill(self.pid, signal.SIGSTOP)
-        # The server keeps this one, and what is typed behind it, until somebody answers.
-        self.typist.tap("grave")
-        self.assert_typed(b"`")
+        # This one goes to the program, and with it the keyboard, which waits for an answer.
+        self.typist.tap("grave", "x")
+        self.assert_typed(b"x")
         self.assert_keyboard_is_the_users()
         os.kill(self.pid, signal.SIGCONT)
+        # By way of the window: nothing tells when the hotkey is taken again elsewhere.
+        self.display.activate(self.application.window)
         self.typist.tap("grave")
-        self.assert_plays_again()
+        self.application.wait_for_global_play(ON)
+        self.show_terminal()
+        self.typist.tap("g")
+        self.assert_played("g")
+        self.assert_typed(b"")
 
 
 class HangTest(GuardTest):

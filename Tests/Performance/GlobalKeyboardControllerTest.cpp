@@ -246,6 +246,8 @@ TEST_F(GlobalKeyboard, aLostTapIsUnavailable) {
 
 TEST_F(GlobalKeyboard, aLostTapIsMadeAnewAndWhatSoundedIsSilenced) {
     controller->setEnabled(true);
+    // Who has lost its connection believes that others have the keys.
+    tap.client()->reportTaken({{.type = Type::keyDown, .keyCode = keyA}});
     down(keyA);
     mainActor.runDue();
     takeHappened();

@@ -141,6 +141,7 @@ TEST_F(GlobalKeyboardPause, saysWhyThereIsNoTapWhilePausedToo) {
     EXPECT_EQ(status(), "Allow Accessibility for Global Play");
     tap.answersTrusted = true;
     controller->setEnabled(true);
+    tap.answersCreated = false;
     tap.client()->tapEnded(KeyboardTap::End::lost);
     mainActor.runDue();
     EXPECT_EQ(status(), "Global Play unavailable");

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <vector>
 
 namespace tavro {
 namespace {
@@ -61,6 +62,22 @@ TEST_F(GuardLinkTest, WhileBusyItBeats) {
     EXPECT_FALSE(guard.expectsBeats);
     pass(10s);
     EXPECT_EQ(guard.beats, 11);
+}
+
+TEST_F(GuardLinkTest, ANoteThatComesBeforeTheTimersTurnIsABeat) {
+    std::vector<int> beats;
+    const auto note = mainActor.after(Guard::beatInterval, [&] {
+        link->setBusy(true);
+        beats.push_back(guard.beats);
+        link->setBusy(true);
+        beats.push_back(guard.beats);
+    });
+    link->setBusy(true);
+    pass(Guard::beatInterval);
+    EXPECT_THAT(beats, ElementsAre(2, 2));
+    EXPECT_EQ(guard.beats, 2);
+    pass(Guard::beatInterval);
+    EXPECT_EQ(guard.beats, 3);
 }
 
 TEST_F(GuardLinkTest, DeedsAreToldOnce) {

@@ -93,8 +93,9 @@ int selfTest() {
 /// Gives the keyboard back and silences before the process stops, and takes up again when it goes on.
 void stopInOrder(AppMainComposition& program, MainActor& mainActor, const posix::ProcessSignals& signals) {
     using Pause = GlobalKeyboardController::Pause;
-    // The tap's thread lets go and the notes leave meanwhile; the guard need not wait for a stopped program.
-    static constexpr std::chrono::milliseconds timeToSettle{100};
+    // The tap's thread lets go and the notes leave meanwhile, which may take two periods of a slow MIDI
+    // server. The guard need not wait for a stopped program.
+    static constexpr std::chrono::milliseconds timeToSettle{400};
     program.globalKeyboard.pause(Pause::processStop);
     program.controller.stopAllNotes();
     program.stopping = mainActor.after(timeToSettle, [&] {

@@ -80,10 +80,16 @@ void CaptureThread::showToGuard() {
     keyboards_->addFiles(devices, copies);
     guard_->entrustDevices(devices, copies);
     guard_->expectTapBeats(true);
-    if (guard_->tapBeat()) {
-        // The keys go to everybody again, and typed on the copies they would come twice.
-        end(KeyboardTap::End::lost);
+    static_cast<void>(showThatItLives());
+}
+
+bool CaptureThread::showThatItLives() {
+    if (guard_ == nullptr || !guard_->tapBeat()) {
+        return true;
     }
+    // The keys go to everybody again, and typed on the copies they would come twice.
+    end(KeyboardTap::End::lost);
+    return false;
 }
 
 void CaptureThread::close() {
@@ -133,6 +139,10 @@ void CaptureThread::takeEvents() {
             return;
         }
         if (isStopping_ || !isOn_) {
+            return;
+        }
+        // A stream of events may take long to be worked off.
+        if (!showThatItLives()) {
             return;
         }
     }

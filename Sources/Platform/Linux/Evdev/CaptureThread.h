@@ -43,6 +43,8 @@ private:
     void wait(std::optional<std::chrono::microseconds> longest) const;
     void takeEvents();
     void showToGuard();
+    /// To the guard. False when that has given the keyboards back meanwhile, with which the tap has ended.
+    [[nodiscard]] bool showThatItLives();
     void close();
     void end(KeyboardTap::End reason);
     std::optional<KeyboardTap::Verdict> tell(const KeyBalance::Change& change);

@@ -53,11 +53,11 @@ void GuardWatch::follow(const GuardOrders& orders, Time now) {
 
 GuardWatch::Due GuardWatch::judge(Time now) {
     Due due;
-    const auto oldest = oldestBeat();
-    const auto isLate = oldest && now - *oldest >= keyboardPatience;
+    const auto keyboard = keyboardDeadline();
+    const auto isLate = keyboard && now >= *keyboard;
     due.givesKeyboardBack = isLate && !hasGivenBack_;
     hasGivenBack_ = isLate;
-    if (mainBeat_ && now - *mainBeat_ >= notePatience && !hasSilenced_) {
+    if (const auto notes = noteDeadline(); notes && now >= *notes && !hasSilenced_) {
         due.silences = true;
         hasSilenced_ = true;
     }
@@ -66,12 +66,11 @@ GuardWatch::Due GuardWatch::judge(Time now) {
 
 std::optional<GuardWatch::Time> GuardWatch::nextJudgement() const {
     std::optional<Time> next;
-    if (const auto oldest = oldestBeat(); oldest && !hasGivenBack_) {
-        next = *oldest + keyboardPatience;
+    if (!hasGivenBack_) {
+        next = keyboardDeadline();
     }
-    if (mainBeat_ && !hasSilenced_) {
-        const auto silence = *mainBeat_ + notePatience;
-        next = next ? std::min(*next, silence) : silence;
+    if (const auto notes = noteDeadline(); notes && !hasSilenced_) {
+        next = next ? std::min(*next, *notes) : *notes;
     }
     return next;
 }
@@ -80,8 +79,24 @@ GuardWatch::Due GuardWatch::atEnd() const {
     return {.restoresRepeats = true, .silences = !hasFarewell_};
 }
 
-std::optional<GuardWatch::Time> GuardWatch::oldestBeat() const {
-    return mainBeat_ && tapBeat_ ? std::min(*mainBeat_, *tapBeat_) : mainBeat_ ? mainBeat_ : tapBeat_;
+std::optional<GuardWatch::Time> GuardWatch::keyboardDeadline() const {
+    std::optional<Time> deadline;
+    if (tapBeat_) {
+        deadline = *tapBeat_ + tapPatience;
+    }
+    if (mainBeat_) {
+        const auto mains = *mainBeat_ + mainPatience;
+        deadline = deadline ? std::min(*deadline, mains) : mains;
+    }
+    return deadline;
+}
+
+std::optional<GuardWatch::Time> GuardWatch::noteDeadline() const {
+    if (!mainBeat_) {
+        return std::nullopt;
+    }
+    const auto alone = *mainBeat_ + mainPatience;
+    return tapBeat_ ? std::min(alone, std::max(*mainBeat_, *tapBeat_) + stopPatience) : alone;
 }
 
 } // namespace tavro::guard

@@ -14,10 +14,14 @@ class GuardWatch {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
-    /// How long a thread that is waited for may stay away. Keys that go nowhere are felt at once; notes that
-    /// end without need are heard, so these are given more time.
-    static constexpr std::chrono::milliseconds keyboardPatience{700};
-    static constexpr std::chrono::milliseconds notePatience{1000};
+    /// How long the tap's thread may stay away. It has nothing else to do, and keys that go nowhere are felt
+    /// at once.
+    static constexpr std::chrono::milliseconds tapPatience{700};
+    /// How long the main thread may stay away when the tap's does too: the process is stopped.
+    static constexpr std::chrono::milliseconds stopPatience{1000};
+    /// How long the main thread may stay away alone. It draws, and on a busy machine it may be late for a
+    /// while: notes that end without need are heard.
+    static constexpr std::chrono::milliseconds mainPatience{3000};
 
     struct Due {
         /// The keys are to be free again: the grabs ended, the repeats restored.
@@ -44,7 +48,9 @@ public:
 
 private:
     void follow(const GuardOrders& orders, Time now);
-    [[nodiscard]] std::optional<Time> oldestBeat() const;
+    /// When the keyboard, or the notes, can no longer wait for beats; nothing while nobody is waited for.
+    [[nodiscard]] std::optional<Time> keyboardDeadline() const;
+    [[nodiscard]] std::optional<Time> noteDeadline() const;
 
     GuardOrders orders_;
     /// Of the threads that are waited for.

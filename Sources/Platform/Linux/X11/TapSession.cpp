@@ -10,6 +10,11 @@ TapSession::TapSession(const Connection& connection, KeyboardTap::Client& client
     : connection_(connection), client_(client), guard_(guard), grabs_(connection),
       autorepeat_(connection.get(), guard) {}
 
+bool TapSession::showThatItLives() {
+    isCutOff_ = isCutOff_ || (isOn_ && guard_.tapBeat());
+    return !isCutOff_;
+}
+
 bool TapSession::begin() {
     if (!EventReader::select(connection_) || !readKeyboard()) {
         return false;
@@ -119,6 +124,10 @@ void TapSession::reportTaken() {
 
 std::optional<KeyboardTap::End> TapSession::takeEvents() {
     while (const Freed<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())}) {
+        if (!showThatItLives()) {
+            // What had come by then has waited for too long to be meant for now.
+            break;
+        }
         const auto read = EventReader::read(*event, connection_);
         if (const auto* const press = std::get_if<GrabbedPress>(&read)) {
             take(*press);
@@ -138,8 +147,10 @@ std::optional<KeyboardTap::End> TapSession::takeEvents() {
             suspectMissedReleases();
         }
     }
-    tellMissedReleases();
-    if (connection_.isLost()) {
+    if (!isCutOff_) {
+        tellMissedReleases();
+    }
+    if (isCutOff_ || connection_.isLost()) {
         // The server may live on without this connection, and the repeats with it; the guard has its own.
         guard_.restoreRepeats();
         guard_.expectTapBeats(false);

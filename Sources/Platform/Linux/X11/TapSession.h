@@ -34,6 +34,10 @@ public:
     /// The same on request, when the keyboard may have been somewhere else meanwhile.
     void refreshAndCompare();
 
+    /// To the guard. Often: under a stream of events too, which may take long to be worked off. False once
+    /// the guard has ended the connection.
+    bool showThatItLives();
+
     /// Works off the events that have come. Tells when the tap has come to its end by that.
     [[nodiscard]] std::optional<KeyboardTap::End> takeEvents();
 
@@ -74,6 +78,7 @@ private:
     /// Of those, the ones that were up when the server was asked.
     KeySet suspects_;
     bool isOn_ = false;
+    bool isCutOff_ = false;
 };
 
 } // namespace tavro::x11

@@ -45,8 +45,7 @@ std::unique_ptr<TapThread> TapThread::start(KeyboardTap::Client& client, guard::
 
 TapThread::TapThread(std::unique_ptr<Connection> connection, KeyboardTap::Client& client,
                      guard::GuardProcess& guard)
-    : connection_(std::move(connection)), client_(client), guard_(guard),
-      session_(*connection_, client, guard) {}
+    : connection_(std::move(connection)), client_(client), session_(*connection_, client, guard) {}
 
 TapThread::~TapThread() {
     isEnding_ = true;
@@ -86,10 +85,7 @@ bool TapThread::obey() {
         return true;
     }
     session_.setOn(isOn_);
-    if (isOn_) {
-        // What the guard does here ends the connection, which is noticed by that.
-        static_cast<void>(guard_.tapBeat());
-    }
+    session_.showThatItLives();
     if (isStale_.exchange(false)) {
         session_.refreshAndCompare();
     }

@@ -43,7 +43,6 @@ private:
 
     std::unique_ptr<Connection> connection_;
     KeyboardTap::Client& client_;
-    guard::GuardProcess& guard_;
     TapSession session_;
     WakeUp wakeUp_;
     std::atomic<bool> isOn_ = false;

@@ -43,15 +43,33 @@ TEST_F(GuardWatchTest, NobodyIsWaitedForAtFirst) {
     EXPECT_EQ(after(1h), nothing);
 }
 
-TEST_F(GuardWatchTest, AThreadThatStaysAwayCostsTheKeyboardThenTheNotes) {
+TEST_F(GuardWatchTest, AStoppedProcessCostsTheKeyboardThenTheNotes) {
     order(true, true);
-    EXPECT_EQ(watch.nextJudgement(), now + GuardWatch::keyboardPatience);
-    EXPECT_EQ(after(GuardWatch::keyboardPatience - 1ms), nothing);
+    EXPECT_EQ(watch.nextJudgement(), now + GuardWatch::tapPatience);
+    EXPECT_EQ(after(GuardWatch::tapPatience - 1ms), nothing);
     EXPECT_EQ(after(1ms), keyboard);
-    EXPECT_EQ(watch.nextJudgement(), now + GuardWatch::notePatience - GuardWatch::keyboardPatience);
-    EXPECT_EQ(after(GuardWatch::notePatience - GuardWatch::keyboardPatience), silence);
+    EXPECT_EQ(watch.nextJudgement(), now + GuardWatch::stopPatience - GuardWatch::tapPatience);
+    EXPECT_EQ(after(GuardWatch::stopPatience - GuardWatch::tapPatience), silence);
     EXPECT_EQ(watch.nextJudgement(), std::nullopt);
     EXPECT_EQ(after(1h), nothing);
+}
+
+TEST_F(GuardWatchTest, TheMainThreadAloneIsGivenMoreTime) {
+    order(true, true);
+    auto passed = 0ms;
+    for (; passed + 100ms < GuardWatch::mainPatience; passed += 100ms) {
+        beat(message::tapBeat);
+        EXPECT_EQ(after(100ms), nothing);
+    }
+    beat(message::tapBeat);
+    EXPECT_EQ(after(GuardWatch::mainPatience - passed), (Due{.givesKeyboardBack = true, .silences = true}));
+}
+
+TEST_F(GuardWatchTest, WithoutATapTheMainThreadIsGivenTheSame) {
+    order(true, false);
+    EXPECT_EQ(watch.nextJudgement(), now + GuardWatch::mainPatience);
+    EXPECT_EQ(after(GuardWatch::mainPatience - 1ms), nothing);
+    EXPECT_EQ(after(1ms), (Due{.givesKeyboardBack = true, .silences = true}));
 }
 
 TEST_F(GuardWatchTest, BeatsOfBothKeepItWaiting) {
@@ -96,7 +114,7 @@ TEST_F(GuardWatchTest, WhoIsNoLongerExpectedMayStayAway) {
     EXPECT_EQ(after(1h), nothing);
     // And begins anew.
     order(true, true);
-    EXPECT_EQ(after(GuardWatch::keyboardPatience - 1ms), nothing);
+    EXPECT_EQ(after(GuardWatch::tapPatience - 1ms), nothing);
     EXPECT_EQ(after(1ms), keyboard);
 }
 

@@ -7,6 +7,7 @@
 #include "Common/DeafActor.h"
 #include "KeyboardMapping/PhysicalKeyMapper.h"
 #include "Platform/Linux/Jack/MidiSystemAdapter.h"
+#include "Platform/Linux/Guard/GuardProcess.h"
 #include "Platform/Linux/X11/KeyboardTapAdapter.h"
 #include "PlatformInterfaces/KeyboardTap.h"
 
@@ -68,7 +69,8 @@ int main(int argc, char** argv) {
     const auto client = midi.createClient(argv[1], {});
     const auto source = midi.createSource(client.reference, "Out");
     Player player(midi, source.reference);
-    tavro::x11::KeyboardTapAdapter tap(argv[2]);
+    tavro::guard::GuardProcess guard(argv[2], qgetenv("DISPLAY").toStdString());
+    tavro::x11::KeyboardTapAdapter tap(guard);
     if (source.status != 0 || !tap.create(player)) {
         std::fputs("bare_tap: no JACK server or no display\n", stderr);
         return 1;

@@ -178,6 +178,7 @@ KeyboardTap::Verdict GlobalKeyboardController::handle(const KeyboardTap::Event& 
     GlobalKeyRules::Decision decision;
     bool isEnabled = false;
     Turn turn = 0;
+    const std::scoped_lock untilPosted(postingMutex_);
     {
         const std::scoped_lock lock(mutex_);
         decision = rules_.decide(event);
@@ -310,6 +311,10 @@ void GlobalKeyboardController::post(std::function<void()> action) {
 }
 
 void GlobalKeyboardController::catchUp() {
+    {
+        // What is decided is on its way.
+        const std::scoped_lock untilPosted(postingMutex_);
+    }
     for (;;) {
         std::function<void()> action;
         {

@@ -139,6 +139,10 @@ private:
     /// The latest turn that the main thread knows of. Key presses of earlier ones come too late.
     Turn shownTurn_ = 0;
 
+    /// Held by the tap's thread from a decision until what follows from it waits for the main thread. A key
+    /// is up for everybody once that is decided, and its end must not be overtaken by a later one that comes
+    /// another way.
+    std::mutex postingMutex_;
     /// Over the two fields below: a tap asks on its own thread.
     mutable std::mutex mutex_;
     GlobalKeyRules rules_;

@@ -3,6 +3,7 @@ user's again, and nothing goes on sounding."""
 
 import os
 import signal
+import sys
 import unittest
 
 from harness.global_play import ON, GlobalPlayTest
@@ -11,6 +12,8 @@ from harness.threads import HungThread, thread_named
 from harness.waiting import wait_for
 
 GUARD = "tavro-guard"
+# As a shell starts its jobs.
+IN_ITS_OWN_GROUP = "import os, sys; os.setpgid(0, 0); os.execv(sys.argv[1], sys.argv[1:])"
 PANIC = [[0xB0 | channel, controller, 0] for channel in range(16) for controller in (123, 120)]
 
 
@@ -32,9 +35,9 @@ class GuardTest(GlobalPlayTest):
     # A server that waits for its clients stands still with the one that is stopped, for everybody.
     SERVER_WAITS = False
 
-    def latch_a_chord(self):
+    def latch_a_chord(self, wrapper=()):
         """Keys that ring after their release, and the program behind the terminal."""
-        self.play_behind_the_terminal({"holdMode": True})
+        self.play_behind_the_terminal({"holdMode": True}, wrapper)
         self.typist.tap("a", "d")
         wait_for(lambda: len(sounding(self.recorder.messages())) == 2, "the chord")
         self.guard = self.wait_for_guard()
@@ -112,7 +115,8 @@ class StopTest(GuardTest):
         self.check_stop()
 
     def test_stopped_by_the_terminal(self):
-        self.latch_a_chord()
+        # Nobody could let a program go on that has no shell in another group, so that it would not stop.
+        self.latch_a_chord(wrapper=[sys.executable, "-c", IN_ITS_OWN_GROUP])
         os.kill(self.pid, signal.SIGTSTP)
         wait_for(lambda: state_of(self.pid) == "T", "the program to stop")
         # In order, by itself: the guard has nothing to do.

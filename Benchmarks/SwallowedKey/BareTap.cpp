@@ -6,8 +6,8 @@
 
 #include "Common/DeafActor.h"
 #include "KeyboardMapping/PhysicalKeyMapper.h"
-#include "Platform/Linux/Jack/MidiSystemAdapter.h"
 #include "Platform/Linux/Guard/GuardProcess.h"
+#include "Platform/Linux/Jack/MidiSystemAdapter.h"
 #include "Platform/Linux/X11/KeyboardTapAdapter.h"
 #include "PlatformInterfaces/KeyboardTap.h"
 

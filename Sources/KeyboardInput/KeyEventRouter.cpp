@@ -123,6 +123,12 @@ void KeyEventRouter::interruptRecording() const {
 
 void KeyEventRouter::handleReleaseElsewhere(std::int64_t keyCode, std::uint32_t time) {
     doEarlierOnes();
+    if (const auto held = keys->find(keyCode); held && held->road == PressedKeys::Road::tap) {
+        // The tap sees it too and ends its keys in their order; for the key's next press, the time is known
+        // here.
+        keys->releaseAhead(keyCode, time);
+        return;
+    }
     release(keys->release(keyCode, PressedKeys::Witness::windowSystem, time).character);
 }
 

@@ -283,6 +283,20 @@ TEST_F(SharedKeys, AKeyHeldFromElsewhereStaysSilentInTheWindowUntilItIsPressedAg
     EXPECT_THAT(window.calls, ElementsAre("down a"));
 }
 
+TEST_F(SharedKeys, AKeyOfTheTapsIsEndedByTheTapAndItsTimeIsKnown) {
+    auto typed = tapped(KeyboardTap::Event::Type::keyDown, keyA);
+    typed.time = 10;
+    rules.decide(typed);
+    window.router.keys->markPlayed(keyA, window.router.keys->find(keyA)->serial);
+    window.router.handleReleaseElsewhere(keyA, 20);
+    EXPECT_THAT(window.calls, IsEmpty());
+    EXPECT_TRUE(window.router.keys->isDown(keyA));
+    EXPECT_TRUE(window.router.keys->startsPress(keyA, 30));
+    typed.type = KeyboardTap::Event::Type::keyUp;
+    typed.time = 20;
+    EXPECT_EQ(rules.decide(typed).action, GlobalKeyRules::Action::keyUp);
+}
+
 TEST_F(SharedKeys, TheWindowsOwnReleaseBehindThatOfTheSystemEndsNothingMore) {
     window.consumes(press(keyA));
     window.router.handleReleaseElsewhere(keyA, 5);

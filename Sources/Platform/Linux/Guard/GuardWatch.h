@@ -19,9 +19,9 @@ public:
     static constexpr std::chrono::milliseconds tapPatience{700};
     /// How long the main thread may stay away when the tap's does too: the process is stopped.
     static constexpr std::chrono::milliseconds stopPatience{1000};
-    /// How long the main thread may stay away alone. It draws, and on a busy machine it may be late for a
-    /// while: notes that end without need are heard.
-    static constexpr std::chrono::milliseconds mainPatience{3000};
+    /// How long the main thread may stay away alone. It draws, and follows changes of the keymap; on a busy
+    /// machine it may be late for seconds, and notes that end without need are heard.
+    static constexpr std::chrono::milliseconds mainPatience{10000};
 
     struct Due {
         /// The keys are to be free again: the grabs ended, the repeats restored.

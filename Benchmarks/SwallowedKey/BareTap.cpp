@@ -1,7 +1,7 @@
 // The least that brings a key typed elsewhere to JACK: the program's keyboard tap and its JACK adapter, so
 // that the rules, the main thread and the instrument are all that the program adds. The keys that play in the
 // program are swallowed; every one plays the same note.
-// Usage: bare_tap CLIENT-NAME KEY-GUARD (its port is "Out"). Takes "on" and "off" on standard input, off at
+// Usage: bare_tap CLIENT-NAME GUARD (its port is "Out"). Takes "on" and "off" on standard input, off at
 // first, and ends with it.
 
 #include "Common/DeafActor.h"
@@ -14,6 +14,7 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -61,7 +62,7 @@ private:
 
 int main(int argc, char** argv) {
     if (argc != 3) {
-        std::fputs("usage: bare_tap CLIENT-NAME KEY-GUARD\n", stderr);
+        std::fputs("usage: bare_tap CLIENT-NAME GUARD\n", stderr);
         return 2;
     }
     tavro::bench::DeafActor actor;
@@ -69,7 +70,8 @@ int main(int argc, char** argv) {
     const auto client = midi.createClient(argv[1], {});
     const auto source = midi.createSource(client.reference, "Out");
     Player player(midi, source.reference);
-    tavro::guard::GuardProcess guard(argv[2], qgetenv("DISPLAY").toStdString());
+    const char* const display = std::getenv("DISPLAY");
+    tavro::guard::GuardProcess guard(argv[2], display != nullptr ? display : "");
     tavro::x11::KeyboardTapAdapter tap(guard);
     if (source.status != 0 || !tap.create(player)) {
         std::fputs("bare_tap: no JACK server or no display\n", stderr);

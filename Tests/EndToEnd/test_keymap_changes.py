@@ -25,11 +25,13 @@ class KeymapTest(ChangeTest):
         self.play_behind_the_terminal()
         self.change(*change)
         self.wait_for_repeats(set())
+        self.display.let_keys_repeat()
         self.typist.press("s")
         self.assert_played(on="s")
         self.typist.press("Control_L")
         time.sleep(HOLD_SECONDS)
         self.typist.release("s", "Control_L")
+        self.display.keep_keys_from_repeating()
         self.assert_played(off="s")
         self.typist.tap("a", "Control_L e")
         self.assert_played("a")
@@ -53,6 +55,7 @@ class KeymapTest(ChangeTest):
 
     def test_changes_while_keys_are_held_end_no_note_and_repeat_none(self):
         self.play_behind_the_terminal()
+        self.display.let_keys_repeat()
         self.typist.press("a", "d")
         self.assert_played(on="ad")
         for change in ("add", "remove", "add"):
@@ -60,6 +63,7 @@ class KeymapTest(ChangeTest):
             self.wait_for_repeats(set())
         time.sleep(HOLD_SECONDS)
         self.typist.release("d", "a")
+        self.display.keep_keys_from_repeating()
         self.assert_played(off="da")
         self.assert_typed(b"")
 

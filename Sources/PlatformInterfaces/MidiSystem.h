@@ -89,7 +89,7 @@ public:
     [[nodiscard]] virtual std::optional<std::size_t> listeners(MidiObjectRef source);
 
     /// Those whom messages reach: who listens to the source, and the destination, unless that is 0. In words
-    /// by which another process of this system finds them ("jack TAVRO:out<tab>synth:in", "alsa 128:0");
+    /// by which another process of this system finds them ("jack synth:midi_in", "alsa 128:0");
     /// empty when there are none, and where no other process could. `onChange` tells changes.
     [[nodiscard]] virtual std::vector<std::string> receivers(MidiObjectRef source, MidiObjectRef destination);
 

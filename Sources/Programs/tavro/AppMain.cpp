@@ -90,15 +90,17 @@ int selfTest() {
     return AppMainComposition(adapters, mainActor).window.selfTest() ? success : failure;
 }
 
-/// Gives the keyboard back and silences before the process stops, and takes up again when it goes on.
-void stopInOrder(AppMainComposition& program, MainActor& mainActor, const posix::ProcessSignals& signals) {
+/// Gives the keyboard back and silences before the process stops, and takes up again when it goes on. It
+/// stops a moment later, unless the result is dropped.
+[[nodiscard]] ScheduledTask stopInOrder(AppMainComposition& program, MainActor& mainActor,
+                                        const posix::ProcessSignals& signals) {
     using Pause = GlobalKeyboardController::Pause;
     // The tap's thread lets go and the notes leave meanwhile, which may take two periods of a slow MIDI
     // server. The guard need not wait for a stopped program.
     static constexpr std::chrono::milliseconds timeToSettle{400};
     program.globalKeyboard.pause(Pause::processStop);
     program.controller.stopAllNotes();
-    program.stopping = mainActor.after(timeToSettle, [&] {
+    return mainActor.after(timeToSettle, [&] {
         program.guardLink.setBusy(false);
         signals.stopNow();
         program.tellGuard();
@@ -117,7 +119,8 @@ int runApplication(const ApplicationOptions& options) {
     followTheSession(*adapters.sessionWatch, program.globalKeyboard);
     tellOfTheEnd(program);
     std::optional<posix::ProcessSignals> signals;
-    signals.emplace(&QGuiApplication::quit, [&] { stopInOrder(program, mainActor, *signals); });
+    ScheduledTask stopping;
+    signals.emplace(&QGuiApplication::quit, [&] { stopping = stopInOrder(program, mainActor, *signals); });
     if (!program.delegate.applicationDidFinishLaunching()) {
         std::cerr << "tavro: the window could not be made\n";
         return failure;

@@ -50,9 +50,6 @@ struct AppMainComposition {
     MainQuickWindow applicationWindow;
     AppDelegate delegate;
 
-    /// What waits for the notes to leave before the process stops.
-    ScheduledTask stopping;
-
     /// Tells the guard whether to wait for this program at the moment.
     void tellGuard();
 

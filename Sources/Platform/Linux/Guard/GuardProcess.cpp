@@ -112,7 +112,13 @@ void GuardProcess::entrustDevices(const std::vector<int>& keyboards, const std::
 }
 
 void GuardProcess::expectTapBeats(bool expects) {
-    change([&](GuardOrders& orders) { orders.expectsTap = expects; });
+    change([&](GuardOrders& orders) {
+        if (expects && !orders.expectsTap) {
+            // What was given back before was another tap's.
+            isKeyboardGone_ = false;
+        }
+        orders.expectsTap = expects;
+    });
 }
 
 void GuardProcess::restoreRepeats() {

@@ -59,18 +59,10 @@ struct Sender {
     }
 };
 
-struct Connection {
-    explicit Connection(const std::string& text)
-        : from(text.substr(0, text.find('\t'))), to(text.substr(text.find('\t') + 1)) {}
-
-    std::string from;
-    std::string to;
-};
-
 } // namespace
 
-void JackSilence::send(const std::vector<std::string>& connections) {
-    if (connections.empty()) {
+void JackSilence::send(const std::vector<std::string>& ports) {
+    if (ports.empty()) {
         return;
     }
     jack_set_error_function([](const char*) {});
@@ -92,21 +84,10 @@ void JackSilence::send(const std::vector<std::string>& connections) {
     if (sender.port == nullptr || jack_activate(client.get()) != 0) {
         return;
     }
-    // A receiver does nothing while a client before it is stopped. It is taken from behind that one for the
-    // moment.
-    std::vector<Connection> undone;
-    for (const auto& text : connections) {
-        const Connection connection(text);
-        if (jack_disconnect(client.get(), connection.from.c_str(), connection.to.c_str()) == 0) {
-            undone.push_back(connection);
-        }
-        jack_connect(client.get(), jack_port_name(sender.port), connection.to.c_str());
+    for (const auto& port : ports) {
+        jack_connect(client.get(), jack_port_name(sender.port), port.c_str());
     }
     sender.sendPanic();
-    for (const auto& connection : undone) {
-        jack_disconnect(client.get(), jack_port_name(sender.port), connection.to.c_str());
-        jack_connect(client.get(), connection.from.c_str(), connection.to.c_str());
-    }
 }
 
 } // namespace tavro::guard

@@ -6,6 +6,7 @@
 #include <jack/midiport.h>
 #include <jack/uuid.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace tavro::jack {
@@ -205,18 +206,19 @@ std::vector<std::string> MidiSystemAdapter::receivers(MidiObjectRef source, Midi
     if (!isConnected()) {
         return found;
     }
-    auto add = [&found](jack_port_t* from, const std::string& to) {
-        found.push_back("jack " + std::string(jack_port_name(from)) + '\t' + to);
+    auto add = [&found](const std::string& portName) {
+        if (auto words = "jack " + portName; std::ranges::find(found, words) == found.end()) {
+            found.push_back(std::move(words));
+        }
     };
     if (source == sourceReference && source_.port != nullptr) {
         const PortNames connections(jack_port_get_all_connections(client_, source_.port));
         for (const auto* const portName : connections) {
-            add(source_.port, portName);
+            add(portName);
         }
     }
-    if (const auto* portName = identifiers_.portName(destination);
-        portName != nullptr && outputPort_.port != nullptr) {
-        add(outputPort_.port, *portName);
+    if (const auto* portName = identifiers_.portName(destination); portName != nullptr) {
+        add(*portName);
     }
     return found;
 }

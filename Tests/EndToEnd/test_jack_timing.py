@@ -78,8 +78,10 @@ class JackTimingTest(EndToEndTest):
         self.assertEqual(messages, [[144, 0, 1], MARK])
 
     def test_message_is_heard_exactly_when_it_could_not_be_taken_back(self):
-        # Around the end of the time it may go either way, and both sides have to agree.
-        afters = [20 + number % 13 for number in range(26)]
+        # From the end of the time to the end of the period in which it falls it may go either way, and both
+        # sides have to agree; behind that it is too late in any case.
+        period = PERIOD * 1000 // RATE
+        afters = range(16, 20 + period + 20, 4)
 
         def attempt(probe, recorder):
             cancelled = [probe.ask("cancelled", "cancel", 20, after) for after in afters]

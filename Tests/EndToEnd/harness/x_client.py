@@ -5,6 +5,8 @@ from .keys import CODES
 from .waiting import wait_for
 
 _KEY_PRESS = 2
+_CLIENT_MESSAGE = 33
+_TO_WINDOW_MANAGER = 0x180000  # The masks of substructure redirection and notification.
 
 
 class _KeyEvent(ctypes.Structure):
@@ -27,9 +29,22 @@ class _KeyEvent(ctypes.Structure):
     ]
 
 
+class _ClientMessage(ctypes.Structure):
+    _fields_ = [
+        ("type", ctypes.c_int),
+        ("serial", ctypes.c_ulong),
+        ("send_event", ctypes.c_int),
+        ("display", ctypes.c_void_p),
+        ("window", ctypes.c_ulong),
+        ("message_type", ctypes.c_ulong),
+        ("format", ctypes.c_int),
+        ("data", ctypes.c_long * 5),
+    ]
+
+
 class _Event(ctypes.Union):
     # As large as the library's own.
-    _fields_ = [("key", _KeyEvent), ("padding", ctypes.c_long * 24)]
+    _fields_ = [("key", _KeyEvent), ("message", _ClientMessage), ("padding", ctypes.c_long * 24)]
 
 
 _ErrorHandler = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)
@@ -70,6 +85,22 @@ class XClient:
     def synchronize(self):
         """Waits until the server has done what was asked for."""
         self._x.XSync(self._display, 0)
+
+
+class WindowList(XClient):
+    """The list of windows on a desktop's panel. It needs neither the keyboard nor the window in front."""
+
+    def close_window(self, window):
+        """Asks the window manager to do what a click on the window's close button does."""
+        self._x.XInternAtom.restype = ctypes.c_ulong
+        event = _Event()
+        event.message.type = _CLIENT_MESSAGE
+        event.message.window = int(window)
+        event.message.message_type = self._x.XInternAtom(self._display, b"_NET_CLOSE_WINDOW", 0)
+        event.message.format = 32
+        what = (ctypes.c_long(_TO_WINDOW_MANAGER), ctypes.byref(event))
+        self._x.XSendEvent(self._display, self.root, 0, *what)
+        self.synchronize()
 
 
 class Typist(XClient):

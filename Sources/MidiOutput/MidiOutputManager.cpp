@@ -47,6 +47,10 @@ MidiOutputManager::MidiOutputManager(MidiSystem& system, MainActor& mainActor)
 }
 
 MidiOutputManager::~MidiOutputManager() {
+    close();
+}
+
+void MidiOutputManager::close() {
     cancelPendingNoteOns();
     dispose();
 }

@@ -46,6 +46,10 @@ public:
     MidiOutputManager(MidiSystem& system, MainActor& mainActor);
     ~MidiOutputManager() override;
 
+    /// Gives everything back to the MIDI system, once what was sent has left. For an end at which this is not
+    /// destroyed; afterwards nothing can be sent.
+    void close();
+
     /// In the system's order. Follows the system.
     [[nodiscard]] const std::vector<MidiDestination>& destinations() const { return destinations_; }
 

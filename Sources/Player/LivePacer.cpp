@@ -19,10 +19,10 @@ bool LivePacer::waitUntil(std::chrono::nanoseconds time) {
     if (!start_) {
         start_ = Clock::now();
     }
-    const auto end = *start_ + time;
     // Also when it is late already: a script that never waits must not shut out everything else.
     QCoreApplication::processEvents();
     while (!isInterrupted_) {
+        const auto end = *start_ + time;
         const auto left = std::chrono::floor<std::chrono::milliseconds>(end - Clock::now()).count();
         if (left < 1) {
             // A timer counts whole milliseconds; the rest is too short to be missed by anybody.
@@ -33,6 +33,13 @@ bool LivePacer::waitUntil(std::chrono::nanoseconds time) {
         loop_.exec();
     }
     return false;
+}
+
+void LivePacer::postpone(std::chrono::nanoseconds time) {
+    if (start_) {
+        *start_ += time;
+        loop_.quit();
+    }
 }
 
 void LivePacer::interrupt() {

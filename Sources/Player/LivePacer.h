@@ -5,6 +5,7 @@
 #include <QEventLoop>
 #include <QTimer>
 
+#include <chrono>
 #include <optional>
 
 namespace tavro {
@@ -17,6 +18,9 @@ public:
 
     [[nodiscard]] bool waitUntil(std::chrono::nanoseconds time) override;
     void interrupt() override;
+
+    /// Everything to come comes so much later.
+    void postpone(std::chrono::nanoseconds time);
 
 private:
     using Clock = std::chrono::steady_clock;

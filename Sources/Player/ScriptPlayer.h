@@ -32,6 +32,9 @@ public:
     /// Runs everything that is scheduled.
     void runOut();
 
+    /// Silences everything; the script may go on.
+    void silence() { controller_.stopAllNotes(); }
+
     /// What the command `quit` does: silences everything, once.
     void quit();
 

@@ -3,36 +3,19 @@ user's again, and nothing goes on sounding."""
 
 import os
 import signal
-import sys
 import unittest
 
 from harness.global_play import ON, GlobalPlayTest
-from harness.processes import processes, state_of
+from harness.processes import IN_ITS_OWN_GROUP, processes, state_of
+from harness.silence import PANIC, sounding
 from harness.threads import HungThread, thread_named
 from harness.waiting import wait_for
 
 GUARD = "tavro-guard"
-# As a shell starts its jobs.
-IN_ITS_OWN_GROUP = "import os, sys; os.setpgid(0, 0); os.execv(sys.argv[1], sys.argv[1:])"
-PANIC = [[0xB0 | channel, controller, 0] for channel in range(16) for controller in (123, 120)]
-
-
-def sounding(messages):
-    """What a receiver of these messages sounds, as channel and note."""
-    notes = set()
-    for status, first, *rest in messages:
-        channel, kind = status & 0x0F, status & 0xF0
-        if kind == 0x90 and rest[0] > 0:
-            notes.add((channel, first))
-        elif kind in (0x80, 0x90):
-            notes.discard((channel, first))
-        elif kind == 0xB0 and first in (120, 123):
-            notes = {note for note in notes if note[0] != channel}
-    return notes
 
 
 class GuardTest(GlobalPlayTest):
-    # A server that waits for its clients stands still with the one that is stopped, for everybody.
+    # As servers are by themselves. The other kind stands still with the one that is stopped, for everybody.
     SERVER_WAITS = False
 
     def latch_a_chord(self, wrapper=()):
@@ -86,12 +69,14 @@ class GuardTest(GlobalPlayTest):
 
 class StopTest(GuardTest):
     def check_stop(self):
+        connections = self.recorder.connections_made()
         os.kill(self.pid, signal.SIGSTOP)
-        # The server gives no time to receivers behind a client that is stopped, so that what they sound is not
-        # looked at here; the notes end at the latest when the program goes on.
         self.assert_keyboard_is_the_users()
-        os.kill(self.pid, signal.SIGCONT)
         self.assert_silent()
+        self.assert_panic()
+        os.kill(self.pid, signal.SIGCONT)
+        # The server has gone on without the program, which comes back as after the server's end.
+        wait_for(lambda: self.recorder.connections_made() > connections, "the program's port")
         self.assert_plays_again()
 
     def test_stopped(self):
@@ -116,7 +101,7 @@ class StopTest(GuardTest):
 
     def test_stopped_by_the_terminal(self):
         # Nobody could let a program go on that has no shell in another group, so that it would not stop.
-        self.latch_a_chord(wrapper=[sys.executable, "-c", IN_ITS_OWN_GROUP])
+        self.latch_a_chord(wrapper=IN_ITS_OWN_GROUP)
         os.kill(self.pid, signal.SIGTSTP)
         wait_for(lambda: state_of(self.pid) == "T", "the program to stop")
         # In order, by itself: the guard has nothing to do.
@@ -224,6 +209,19 @@ class EndTest(GuardTest):
         self.assert_ended()
         # By the program itself, in order: the panic came once.
         self.assertEqual(self.recorder.messages().count(PANIC[0]), 1)
+
+    def test_display_ends(self):
+        self.latch_a_chord()
+        self.typist.close()
+        self.display.end_server()
+        self.application.program.wait_for_end()
+        self.assert_silent()
+        messages = self.recorder.messages()
+        # By the program itself, whatever becomes of the guard.
+        own = messages.index(PANIC[0])
+        self.assertCountEqual(messages[own - 2 : own], [[0x80, 60, 0], [0x80, 62, 0]])
+        self.assertEqual(messages[own : own + len(PANIC)], PANIC)
+        wait_for(lambda: not processes(GUARD, self.sandbox), "the end of the guard")
 
     def test_killed_while_the_window_is_played(self):
         self.play({"holdMode": True})

@@ -5,12 +5,12 @@ import signal
 import unittest
 
 from harness.jack_server import JackServer, is_server_there, isolate_from_servers
+from harness.processes import IN_ITS_OWN_GROUP, state_of
 from harness.recorder import Recorder
 from harness.sandbox import built_program
+from harness.silence import PANIC, sounding
 from harness.testcase import EndToEndTest
 from harness.waiting import wait_for
-
-SILENCE = [[0xB0 | channel, controller, 0] for channel in range(16) for controller in (123, 120)]
 
 # Strums up and down, releases in the middle of one, the bass, Smart Hold, another channel, a panic.
 SCRIPT = """
@@ -54,6 +54,23 @@ ENDLESS = "set humanizeVelocity 0\n" + "".join(
 )
 
 
+# Rings for longer than any test takes.
+LATCHED = """
+set humanizeVelocity 0
+set holdMode true
+at 1000
+down a
+up a
+down d
+up d
+at 3000
+down g
+up g
+at 2000000
+"""
+CHORD = {(0, 60), (0, 62)}
+
+
 class PlayerTest(EndToEndTest):
     def script(self, text):
         path = self.sandbox.folder / "script.keys"
@@ -63,10 +80,10 @@ class PlayerTest(EndToEndTest):
     def run_player(self, *arguments):
         return self.sandbox.run(built_program("TAVRO_PLAY"), *arguments)
 
-    def start_live(self, script, *arguments):
+    def start_live(self, script, *arguments, wrapper=()):
         player = built_program("TAVRO_PLAY")
         options = ["--format", "jsonl", "--live", "jack", *arguments]
-        return self.sandbox.start("tavro-play", [player, *options, self.script(script)])
+        return self.sandbox.start("tavro-play", [*wrapper, player, *options, self.script(script)])
 
 
 def printed_messages(program):
@@ -86,7 +103,7 @@ class LivePlayerTest(PlayerTest):
         virtual = self.run_player("--format", "jsonl", self.script(SCRIPT))
         self.assertEqual(virtual.returncode, 0, virtual.stderr)
         expected = [json.loads(line)["midi"] for line in virtual.stdout.splitlines() if "midi" in line]
-        self.assertEqual(expected[-len(SILENCE) :], SILENCE)
+        self.assertEqual(expected[-len(PANIC) :], PANIC)
 
         program = self.start_live(SCRIPT, "--destination", "Synth:in")
         self.assertEqual(program.wait_for_end(), 0)
@@ -99,7 +116,7 @@ class LivePlayerTest(PlayerTest):
         synth = self.synth("Synth")
         program = self.start_live("set humanizeVelocity 0\ndown a\nat 50\n", "--destination", "Synth:in")
         self.assertEqual(program.wait_for_end(), 0)
-        expected = [[0x90, 60, 100], [0x80, 60, 0], *SILENCE]
+        expected = [[0x90, 60, 100], [0x80, 60, 0], *PANIC]
         self.assertEqual(synth.wait_for_messages(len(expected), "in"), expected)
         self.assertEqual(printed_messages(program), expected)
 
@@ -111,12 +128,36 @@ class LivePlayerTest(PlayerTest):
                 recorder.wait_for_messages(2)
                 program.process.send_signal(number)
                 self.assertEqual(program.wait_for_end(), 130)
-                wait_for(lambda: recorder.messages()[-len(SILENCE) :] == SILENCE, "the silence")
+                wait_for(lambda: recorder.messages()[-len(PANIC) :] == PANIC, "the silence")
                 arrived = recorder.messages()
                 self.assertEqual(arrived, printed_messages(program)[-len(arrived) :])
-                before = arrived[: -len(SILENCE)]
+                before = arrived[: -len(PANIC)]
                 self.assertEqual(before[-1], [0x80, 60, 0], before)
                 recorder.program.end()
+
+    def play_a_latched_chord(self, wrapper=()):
+        recorder = Recorder(self.sandbox)
+        program = self.start_live(LATCHED, wrapper=wrapper)
+        wait_for(lambda: sounding(recorder.messages()) == CHORD, "the chord")
+        return recorder, program
+
+    def test_stop_by_the_terminal_is_silent_and_the_script_goes_on_where_it_was(self):
+        recorder, program = self.play_a_latched_chord(IN_ITS_OWN_GROUP)
+        program.process.send_signal(signal.SIGTSTP)
+        wait_for(lambda: state_of(program.pid) == "T", "the player to stop")
+        wait_for(lambda: recorder.messages()[-len(PANIC) :] == PANIC, "the silence")
+        before = len(recorder.messages())
+        program.process.send_signal(signal.SIGCONT)
+        wait_for(lambda: len(recorder.messages()) > before, "the next note")
+        self.assertEqual(recorder.messages()[before:], [[0x90, 64, 100]])
+        program.process.send_signal(signal.SIGTERM)
+        self.assertEqual(program.wait_for_end(), 130)
+
+    def test_guard_silences_what_a_killed_player_has_left(self):
+        recorder, program = self.play_a_latched_chord()
+        program.process.kill()
+        wait_for(lambda: recorder.messages()[-len(PANIC) :] == PANIC, "the silence")
+        self.assertEqual(sounding(recorder.messages()), set())
 
     def test_loss_of_the_server_ends_it(self):
         synth = self.synth("Synth")

@@ -7,6 +7,7 @@
 #include "Platform/Linux/GuardDeeds/AlsaSilence.h"
 #include "Platform/Linux/GuardDeeds/DeviceRelief.h"
 #include "Platform/Linux/GuardDeeds/DisplayRelief.h"
+#include "Platform/Linux/GuardDeeds/JackRelief.h"
 #include "Platform/Linux/GuardDeeds/JackSilence.h"
 
 #include <algorithm>
@@ -22,6 +23,7 @@
 
 #include <poll.h>
 #include <sys/socket.h>
+#include <sys/types.h>
 #include <unistd.h>
 
 namespace {
@@ -31,7 +33,7 @@ using Clock = std::chrono::steady_clock;
 
 class Program {
 public:
-    explicit Program(const std::string& display) : display_(display), devices_(getppid()) {}
+    explicit Program(const std::string& display) : display_(display), devices_(guarded_) {}
 
     /// Returns when the program that is guarded has ended.
     void guard() {
@@ -93,7 +95,7 @@ private:
 
     /// In a process of its own: a server may take seconds to let a client in, and this one has to go on
     /// answering.
-    static void silence(const std::vector<std::string>& receivers) {
+    void silence(const std::vector<std::string>& receivers) const {
         if (receivers.empty() || fork() != 0) {
             return;
         }
@@ -101,7 +103,10 @@ private:
         constexpr unsigned int longestSeconds = 60;
         std::signal(SIGALRM, SIG_DFL);
         alarm(longestSeconds);
-        JackSilence::send(those("jack ", receivers));
+        if (const auto ports = those("jack ", receivers); !ports.empty()) {
+            JackRelief::cutOffStopped(guarded_);
+            JackSilence::send(ports);
+        }
         AlsaSilence::send(those("alsa ", receivers));
         _exit(EXIT_SUCCESS);
     }
@@ -116,6 +121,7 @@ private:
         return found;
     }
 
+    const pid_t guarded_ = getppid();
     GuardWatch watch_;
     DisplayRelief display_;
     DeviceRelief devices_;

@@ -16,10 +16,13 @@
 #include <QCoreApplication>
 #include <QFile>
 
+#include <chrono>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <thread>
 
 #if defined(Q_OS_LINUX)
 #include "Platform/Linux/Guard/GuardProcess.h"
@@ -33,6 +36,8 @@ constexpr int success = 0;
 constexpr int failure = 1;
 constexpr int badUsage = 2;
 constexpr int endedBySignal = 130;
+/// The last messages leave meanwhile, which may take two periods of a slow MIDI server.
+constexpr std::chrono::milliseconds timeToSettle{400};
 
 /// Passes everything on, and records the messages for a file.
 class RecordingOutput final : public PlayerOutput {
@@ -127,6 +132,19 @@ std::unique_ptr<Guard> makeGuard() {
 #endif
 }
 
+/// Silences before the process stops. When it goes on, so does the script, where it was.
+void stopInOrder(ScriptPlayer& player, LivePacer& pacer, GuardLink& guardLink,
+                 const posix::ProcessSignals& signals) {
+    const auto begin = std::chrono::steady_clock::now();
+    player.silence();
+    std::this_thread::sleep_for(timeToSettle);
+    // Nobody need wait for a stopped program.
+    guardLink.setBusy(false);
+    signals.stopNow();
+    guardLink.setBusy(true);
+    pacer.postpone(std::chrono::steady_clock::now() - begin);
+}
+
 int playLive(const PlayerOptions& options, const KeyScript& script, const PerformanceState& state,
              PlayerOutput& output) {
     // Who reads along reads what sounds now.
@@ -135,10 +153,6 @@ int playLive(const PlayerOptions& options, const KeyScript& script, const Perfor
     const auto choice = chooseMidiSystem(options.live, mainActor);
     LivePacer pacer;
     auto status = success;
-    const posix::ProcessSignals signals([&] {
-        status = endedBySignal;
-        pacer.interrupt();
-    });
     const auto guard = makeGuard();
     ScriptPlayer player(output, *choice.system, pacer, state);
     requireClient(player.midi(), options.live, choice);
@@ -151,6 +165,13 @@ int playLive(const PlayerOptions& options, const KeyScript& script, const Perfor
     }
     GuardLink guardLink(*guard, mainActor, player.midi());
     guardLink.setBusy(true);
+    std::optional<posix::ProcessSignals> signals;
+    signals.emplace(
+        [&] {
+            status = endedBySignal;
+            pacer.interrupt();
+        },
+        [&] { stopInOrder(player, pacer, guardLink, *signals); });
     player.play(script);
     player.quit();
     if (player.hasLostMidiSystem()) {

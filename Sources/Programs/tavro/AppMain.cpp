@@ -7,12 +7,15 @@
 
 #include <QGuiApplication>
 #include <QQuickWindow>
+#include <QThread>
 
 #include <chrono>
+#include <cstdlib>
 #include <cstring>
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -84,6 +87,36 @@ void quitWith(const QQuickWindow& window) {
     });
 }
 
+/// Silences what sounds when the process ends in the middle of its event loop, as Qt ends it when the X
+/// server has gone: nothing is destroyed then. One at a time.
+class EndInTheMiddle {
+public:
+    explicit EndInTheMiddle(AppMainComposition& program) {
+        running = &program;
+        std::atexit(&end);
+    }
+
+    ~EndInTheMiddle() { running = nullptr; }
+
+    EndInTheMiddle(const EndInTheMiddle&) = delete;
+    EndInTheMiddle& operator=(const EndInTheMiddle&) = delete;
+
+private:
+    static void end() {
+        if (running == nullptr || QThread::currentThread() != qGuiApp->thread()) {
+            return;
+        }
+        auto& program = *std::exchange(running, nullptr);
+        // The window can show nothing any more: much of what Qt would need for it has gone.
+        program.controller.blockSignals(true);
+        program.midi.blockSignals(true);
+        program.controller.shutDown();
+        program.midi.close();
+    }
+
+    static inline AppMainComposition* running = nullptr;
+};
+
 int selfTest() {
     QtMainActor mainActor;
     const auto adapters = AppMainAdapters::headless();
@@ -112,6 +145,7 @@ int runApplication(const ApplicationOptions& options) {
     QtMainActor mainActor;
     const auto adapters = AppMainAdapters::ofThisPlatform(options.midi, mainActor);
     AppMainComposition program(adapters, mainActor);
+    const EndInTheMiddle endInTheMiddle(program);
     if (options.printsStatus) {
         printStatusTexts(program);
     }

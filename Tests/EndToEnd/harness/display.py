@@ -28,7 +28,7 @@ class Display:
         shape = f"{size[0]}x{size[1]}x24"
         screen = [word for number in range(screens) for word in ("-screen", number, shape)]
         others = ["-nolisten", "tcp", "-noreset"]
-        sandbox.start("Xvfb", [tool("Xvfb"), "-displayfd", writing, *screen, *others], pass_fds=(writing,))
+        self._server = sandbox.start("Xvfb", [tool("Xvfb"), "-displayfd", writing, *screen, *others], pass_fds=(writing,))
         os.close(writing)
         with os.fdopen(reading) as answer:
             number = answer.readline().strip()
@@ -63,6 +63,12 @@ class Display:
             self._screen = Screen(self._sandbox)
             self._sandbox.at_close(self._screen.close)
         return self._screen
+
+    def end_server(self):
+        """With it goes whatever was on it, and a test's process too that still has a connection of its own."""
+        if self._screen is not None:
+            self._screen.close()
+        self._server.end()
 
     def end_window_manager(self):
         """From here on windows have the size that is asked for, and the keys go to none."""

@@ -1,4 +1,11 @@
 import pathlib
+import sys
+
+# What is put before a command, for it to be started as shells start their jobs. A program that no shell could let
+# go on does not heed the terminal's stop.
+IN_ITS_OWN_GROUP = [
+    sys.executable, "-c", "import os, sys; os.setpgid(0, 0); os.execv(sys.argv[1], sys.argv[1:])"
+]
 
 
 def processes(name, sandbox):

@@ -80,7 +80,10 @@ class XClient:
         self.root = ctypes.c_ulong(self._x.XDefaultRootWindow(self._display))
 
     def close(self):
-        self._x.XCloseDisplay(self._display)
+        """The second time nothing happens."""
+        if self._display is not None:
+            self._x.XCloseDisplay(self._display)
+            self._display = None
 
     def synchronize(self):
         """Waits until the server has done what was asked for."""

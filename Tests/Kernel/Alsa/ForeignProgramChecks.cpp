@@ -1,8 +1,15 @@
 #include "Check.h"
 #include "Expectations.h"
 #include "Instrument.h"
+#include "PlatformInterfaces/PanicMessages.h"
+#include "SequencerPeer.h"
 
+#include <QCoreApplication>
 #include <QProcess>
+
+#include <csignal>
+#include <string>
+#include <vector>
 
 namespace tavro::proof {
 
@@ -56,10 +63,74 @@ void aconnectListsTheSourceAndNoOtherPort() {
     expect(text.contains(QStringLiteral("'TAVRO Out")), "no port TAVRO Out in " + text.toStdString());
 }
 
+/// The player in a shell of its own, where it rings a note until it is ended.
+class RingingPlayer {
+public:
+    explicit RingingPlayer(SequencerPeer& synthesizer) : synthesizer_(synthesizer) {
+        // Built beside this one.
+        player_.start(QCoreApplication::applicationDirPath() + QStringLiteral("/tavro-play"),
+                      {QStringLiteral("--live"), QStringLiteral("alsa"), QStringLiteral("--destination"),
+                       QStringLiteral("Synth in")});
+        player_.write("set humanizeVelocity 0\nset holdMode true\ndown a\nup a\nat 100000000\n");
+        player_.closeWriteChannel();
+        expectNext({{0x90, 60, 100}}, "the note");
+    }
+
+    ~RingingPlayer() {
+        player_.kill();
+        player_.waitForFinished();
+    }
+
+    RingingPlayer(const RingingPlayer&) = delete;
+    RingingPlayer& operator=(const RingingPlayer&) = delete;
+
+    void signal(int signal) const { kill(static_cast<pid_t>(player_.processId()), signal); }
+
+    void expectNext(const std::vector<Bytes>& messages, const std::string& what) {
+        std::vector<Bytes> heard;
+        waitFor(
+            [&] {
+                const auto news = synthesizer_.take();
+                heard.insert(heard.end(), news.begin(), news.end());
+                return heard.size() >= messages.size();
+            },
+            what);
+        expectEqual(heard, messages, what);
+    }
+
+    void expectPanic(const std::string& what) {
+        std::vector<Bytes> panic;
+        for (const auto& message : panicMessages()) {
+            panic.emplace_back(message.begin(), message.end());
+        }
+        expectNext(panic, what);
+    }
+
+private:
+    SequencerPeer& synthesizer_;
+    QProcess player_;
+};
+
+void guardSilencesWhatAStoppedPlayerLeaves() {
+    SequencerPeer synthesizer("Synth");
+    RingingPlayer player(synthesizer);
+    player.signal(SIGSTOP);
+    player.expectPanic("the panic while it is stopped");
+}
+
+void guardSilencesWhatAKilledPlayerLeaves() {
+    SequencerPeer synthesizer("Synth");
+    RingingPlayer player(synthesizer);
+    player.signal(SIGKILL);
+    player.expectPanic("the panic after its end");
+}
+
 } // namespace
 
 std::vector<Check> foreignProgramChecks() {
     return {
+        {"guard_silences_what_a_stopped_player_leaves", guardSilencesWhatAStoppedPlayerLeaves},
+        {"guard_silences_what_a_killed_player_leaves", guardSilencesWhatAKilledPlayerLeaves},
         {"aseqdump_reads_what_the_port_sends", aseqdumpReadsWhatThePortSends},
         {"aconnect_lists_the_source_and_no_other_port", aconnectListsTheSourceAndNoOtherPort},
     };

@@ -38,6 +38,9 @@ std::vector<Check> seatChecks();
 /// Several logins on one computer.
 std::vector<Check> terminalChecks();
 
+/// The program stops answering.
+std::vector<Check> guardChecks();
+
 /// Many keys, and more of them than can be read in time.
 std::vector<Check> stressChecks();
 

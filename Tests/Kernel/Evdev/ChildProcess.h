@@ -15,6 +15,8 @@ public:
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 
+    [[nodiscard]] pid_t id() const { return process_; }
+
     /// Without a warning.
     void kill();
 

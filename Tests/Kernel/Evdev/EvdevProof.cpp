@@ -21,7 +21,7 @@ std::vector<Check> allChecks() {
          {tavro::proof::playingChecks(), tavro::proof::deviceChecks(), tavro::proof::copyChecks(),
           tavro::proof::grabChecks(), tavro::proof::endChecks(), tavro::proof::accessChecks(),
           tavro::proof::ruleChecks(), tavro::proof::seatChecks(), tavro::proof::terminalChecks(),
-          tavro::proof::stressChecks()}) {
+          tavro::proof::guardChecks(), tavro::proof::stressChecks()}) {
         checks.insert(checks.end(), part.begin(), part.end());
     }
     return checks;

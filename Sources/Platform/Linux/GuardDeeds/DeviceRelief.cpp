@@ -7,15 +7,14 @@
 
 #include <linux/input.h>
 #include <sys/ioctl.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace tavro::guard {
 
 namespace {
 
-posix::FileDescriptor duplicate(int process, int file) {
-    posix::FileDescriptor made(static_cast<int>(syscall(SYS_pidfd_getfd, process, file, 0)));
+posix::FileDescriptor duplicate(const ForeignFiles& files, int number) {
+    auto made = files.duplicate(number);
     if (!made.isOpen()) {
         std::cerr << "tavro-guard: a keyboard cannot be given back: " << std::strerror(errno) << "\n";
     }
@@ -40,17 +39,17 @@ std::vector<input_event> releaseOfEveryKey() {
 
 } // namespace
 
-DeviceRelief::DeviceRelief(pid_t process) : process_(static_cast<int>(syscall(SYS_pidfd_open, process, 0))) {}
+DeviceRelief::DeviceRelief(pid_t process) : files_(process) {}
 
 void DeviceRelief::giveBack(const std::vector<int>& keyboards, const std::vector<int>& copies) const {
     for (const auto number : keyboards) {
-        if (const auto file = duplicate(process_.number(), number); file.isOpen()) {
+        if (const auto file = duplicate(files_, number); file.isOpen()) {
             // One that is not grabbed refuses it, which is just as well.
             ioctl(file.number(), EVIOCGRAB, nullptr);
         }
     }
     for (const auto number : copies) {
-        if (const auto file = duplicate(process_.number(), number); file.isOpen()) {
+        if (const auto file = duplicate(files_, number); file.isOpen()) {
             const auto events = releaseOfEveryKey();
             [[maybe_unused]] const auto written =
                 write(file.number(), events.data(), events.size() * sizeof(input_event));

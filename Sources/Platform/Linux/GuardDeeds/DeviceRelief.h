@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Posix/FileDescriptor.h"
+#include "Platform/Linux/GuardDeeds/ForeignFiles.h"
 
 #include <vector>
 
@@ -20,7 +20,7 @@ public:
     void giveBack(const std::vector<int>& keyboards, const std::vector<int>& copies) const;
 
 private:
-    posix::FileDescriptor process_;
+    ForeignFiles files_;
 };
 
 } // namespace tavro::guard

@@ -18,10 +18,6 @@ GuardLink::~GuardLink() {
 
 void GuardLink::setBusy(bool isBusy) {
     if (std::exchange(isBusy_, isBusy) == isBusy) {
-        // A stream of keys may keep the timer from its turn.
-        if (isBusy && mainActor_.now() - lastBeat_ >= Guard::beatInterval) {
-            beat();
-        }
         return;
     }
     guard_.expectBeats(isBusy);
@@ -29,6 +25,12 @@ void GuardLink::setBusy(bool isBusy) {
         beat();
     } else {
         nextBeat_.cancel();
+    }
+}
+
+void GuardLink::showLife() {
+    if (isBusy_ && mainActor_.now() - lastBeat_ >= Guard::beatInterval) {
+        beat();
     }
 }
 

@@ -22,9 +22,12 @@ public:
     /// Called when the guard has acted although the program lives: it was stopped, or busy for too long.
     std::function<void(const Guard::Deeds&)> onDeeds;
 
-    /// Whether something sounds, or other programs' keys are taken. At rest nothing wakes the program. To be
-    /// told at every note, which shows that the main thread lives.
+    /// Whether something sounds, or other programs' keys are taken. At rest nothing wakes the program.
     void setBusy(bool isBusy);
+
+    /// To be called at each turn of the event loop. A timer has its turn when nothing else waits, and a
+    /// stream of events would look like a hang.
+    void showLife();
 
 private:
     void beat();

@@ -64,12 +64,12 @@ TEST_F(GuardLinkTest, WhileBusyItBeats) {
     EXPECT_EQ(guard.beats, 11);
 }
 
-TEST_F(GuardLinkTest, ANoteThatComesBeforeTheTimersTurnIsABeat) {
+TEST_F(GuardLinkTest, ATurnThatComesBeforeTheTimersIsABeat) {
     std::vector<int> beats;
-    const auto note = mainActor.after(Guard::beatInterval, [&] {
-        link->setBusy(true);
+    const auto turn = mainActor.after(Guard::beatInterval, [&] {
+        link->showLife();
         beats.push_back(guard.beats);
-        link->setBusy(true);
+        link->showLife();
         beats.push_back(guard.beats);
     });
     link->setBusy(true);

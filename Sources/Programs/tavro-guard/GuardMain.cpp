@@ -82,6 +82,9 @@ private:
         if (due.givesKeyboardBack || due.restoresRepeats) {
             display_.restoreRepeats(orders.repeats);
         }
+        if (due.restoresRepeats) {
+            tell(message::repeatsRestored);
+        }
         if (due.silences) {
             tell(message::silenced);
             silence(orders.receivers);

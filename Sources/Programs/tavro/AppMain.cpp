@@ -5,6 +5,8 @@
 #include "Programs/tavro/AppMainAdapters.h"
 #include "Programs/tavro/AppMainComposition.h"
 
+#include <QAbstractEventDispatcher>
+#include <QAbstractNativeEventFilter>
 #include <QGuiApplication>
 #include <QQuickWindow>
 #include <QThread>
@@ -75,6 +77,26 @@ void tellOfTheEnd(AppMainComposition& program) {
                          }
                      });
 }
+
+/// Shows the guard that the event loop turns, and that it works off one event after the other within a turn:
+/// for each change of the keymap Qt asks the X server hundreds of questions, and changes come in swarms.
+class LifeSigns final : public QAbstractNativeEventFilter {
+public:
+    explicit LifeSigns(GuardLink& guardLink) : guardLink_(guardLink) {
+        QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, &context_,
+                         [this] { guardLink_.showLife(); });
+        qGuiApp->installNativeEventFilter(this);
+    }
+
+    bool nativeEventFilter(const QByteArray& /*type*/, void* /*event*/, qintptr* /*result*/) override {
+        guardLink_.showLife();
+        return false;
+    }
+
+private:
+    GuardLink& guardLink_;
+    QObject context_;
+};
 
 /// Closing the main window ends the program, whatever other window is open.
 void quitWith(const QQuickWindow& window) {
@@ -152,6 +174,7 @@ int runApplication(const ApplicationOptions& options) {
     const auto focusWatch = followTheFront(program.globalPlay);
     followTheSession(*adapters.sessionWatch, program.globalKeyboard);
     tellOfTheEnd(program);
+    const LifeSigns lifeSigns(program.guardLink);
     std::optional<posix::ProcessSignals> signals;
     ScheduledTask stopping;
     signals.emplace(&QGuiApplication::quit, [&] { stopping = stopInOrder(program, mainActor, *signals); });

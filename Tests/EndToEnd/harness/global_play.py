@@ -58,9 +58,9 @@ class GlobalPlayTest(StageTest):
 
     def wait_for_repeats(self, keys):
         """Waits until of the playing keys just these repeat."""
-        wait_for(lambda: self._repeating() == keys, lambda: f"repeats of {keys}; there are {self._repeating()}")
+        wait_for(lambda: self.repeating() == keys, lambda: f"repeats of {keys}; there are {self.repeating()}")
 
-    def _repeating(self):
+    def repeating(self):
         flags = bytes.fromhex(repeating_keys(self.sandbox))
         return {name for name, key in PLAYING_KEYS.items() if flags[key.code // 8] >> key.code % 8 & 1}
 

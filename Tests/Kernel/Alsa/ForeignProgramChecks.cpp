@@ -77,14 +77,20 @@ public:
     }
 
     ~RingingPlayer() {
-        player_.kill();
+        // In order, where it has not ended yet: its guard would send more to whoever has the address then.
+        signal(SIGCONT);
+        player_.terminate();
         player_.waitForFinished();
     }
 
     RingingPlayer(const RingingPlayer&) = delete;
     RingingPlayer& operator=(const RingingPlayer&) = delete;
 
-    void signal(int signal) const { kill(static_cast<pid_t>(player_.processId()), signal); }
+    void signal(int signal) const {
+        if (const auto process = player_.processId(); process > 0) {
+            kill(static_cast<pid_t>(process), signal);
+        }
+    }
 
     void expectNext(const std::vector<Bytes>& messages, const std::string& what) {
         std::vector<Bytes> heard;

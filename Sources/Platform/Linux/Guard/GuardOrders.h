@@ -46,6 +46,8 @@ inline constexpr char farewell = 'F';
 inline constexpr char answer = 'A';
 inline constexpr char keyboardGivenBack = 'K';
 inline constexpr char silenced = 'S';
+/// What was asked for by `restoreRepeats` is done.
+inline constexpr char repeatsRestored = 'r';
 
 } // namespace message
 

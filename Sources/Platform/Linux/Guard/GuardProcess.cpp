@@ -24,6 +24,7 @@ using namespace std::chrono_literals;
 /// As long as the program itself would be given: a guard that is not there in time is of no use.
 constexpr auto answerPatience = 1s;
 constexpr auto startInterval = 1s;
+constexpr auto restorePatience = 500ms;
 /// The guard has nothing to do at a farewell but to restore repeats.
 constexpr auto farewellPatience = 500ms;
 
@@ -124,7 +125,34 @@ void GuardProcess::expectTapBeats(bool expects) {
 void GuardProcess::restoreRepeats() {
     const std::scoped_lock lock(mutex_);
     keepAlive();
-    static_cast<void>(tell({&message::restoreRepeats, 1}));
+    if (orders_.repeats.empty()) {
+        return;
+    }
+    if (!restoresRepeatsInTime()) {
+        restart();
+        tellOrders();
+        static_cast<void>(restoresRepeatsInTime());
+    }
+    orders_.repeats.clear();
+    tellOrders();
+}
+
+bool GuardProcess::restoresRepeatsInTime() {
+    areRepeatsRestored_ = false;
+    if (!tell({&message::restoreRepeats, 1})) {
+        return false;
+    }
+    const auto end = Clock::now() + restorePatience;
+    while (process_ >= 0 && !areRepeatsRestored_) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now()).count();
+        if (left <= 0) {
+            return false;
+        }
+        pollfd answer{.fd = socket_.number(), .events = POLLIN, .revents = 0};
+        poll(&answer, 1, static_cast<int>(left));
+        listen();
+    }
+    return areRepeatsRestored_;
 }
 
 Guard::Deeds GuardProcess::beat() {
@@ -250,6 +278,9 @@ void GuardProcess::listen() {
             break;
         case message::silenced:
             deeds_.silenced = true;
+            break;
+        case message::repeatsRestored:
+            areRepeatsRestored_ = true;
             break;
         default:
             break;

@@ -35,7 +35,9 @@ public:
     /// The X key codes that are to repeat again when the program has ended.
     void entrustRepeats(const std::vector<unsigned>& keys);
 
-    /// Has it restore those now, as somebody who can no longer do it himself.
+    /// Has it restore those now, as somebody who can no longer do it himself, and waits until it is done:
+    /// done later it would undo what the next tap turns off. A guard that does not do it in half a second is
+    /// replaced by one that does.
     void restoreRepeats();
 
     /// Any resource of the X connection that grabs keys; 0 for none.
@@ -60,6 +62,7 @@ private:
     template <typename Change>
     void change(Change change);
     void keepAlive();
+    [[nodiscard]] bool restoresRepeatsInTime();
     void start();
     void stop(std::chrono::milliseconds patience);
     void restart();
@@ -81,6 +84,7 @@ private:
     bool hasComplained_ = false;
     Deeds deeds_;
     bool isKeyboardGone_ = false;
+    bool areRepeatsRestored_ = false;
 };
 
 } // namespace tavro::guard

@@ -92,11 +92,7 @@ std::optional<GuardWatch::Time> GuardWatch::keyboardDeadline() const {
 }
 
 std::optional<GuardWatch::Time> GuardWatch::noteDeadline() const {
-    if (!mainBeat_) {
-        return std::nullopt;
-    }
-    const auto alone = *mainBeat_ + mainPatience;
-    return tapBeat_ ? std::min(alone, std::max(*mainBeat_, *tapBeat_) + stopPatience) : alone;
+    return mainBeat_ ? std::optional(*mainBeat_ + notePatience) : std::nullopt;
 }
 
 } // namespace tavro::guard

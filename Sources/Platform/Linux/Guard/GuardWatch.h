@@ -14,14 +14,14 @@ class GuardWatch {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
-    /// How long the tap's thread may stay away. It has nothing else to do, and keys that go nowhere are felt
-    /// at once.
+    /// How long the threads may stay away before the keyboard is given back: the tap's, which has nothing
+    /// else to do, and the main one, which draws. Within a second it is the user's again, and a grab that is
+    /// taken again costs little.
     static constexpr std::chrono::milliseconds tapPatience{700};
-    /// How long the main thread may stay away when the tap's does too: the process is stopped.
-    static constexpr std::chrono::milliseconds stopPatience{1000};
-    /// How long the main thread may stay away alone. It draws, and follows changes of the keymap; on a busy
-    /// machine it may be late for seconds, and notes that end without need are heard.
-    static constexpr std::chrono::milliseconds mainPatience{10000};
+    static constexpr std::chrono::milliseconds mainPatience{900};
+    /// How long the main thread may stay away before the notes are silenced: more than a second, for notes
+    /// that end without need are heard.
+    static constexpr std::chrono::milliseconds notePatience{1200};
 
     struct Due {
         /// The keys are to be free again: the grabs ended, the repeats restored.

@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/GuardDeeds/ForeignFiles.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstddef>
 #include <filesystem>
@@ -24,13 +25,21 @@ fs::path folderOf(pid_t process) {
     return fs::path("/proc") / std::to_string(process);
 }
 
-bool isStopped(pid_t process) {
-    std::ifstream file(folderOf(process) / "stat");
+bool isThreadStopped(const fs::path& thread) {
+    std::ifstream file(thread / "stat");
     const std::string text(std::istreambuf_iterator<char>(file), {});
     // Behind the name, which may hold anything.
     const auto name = text.rfind(')');
     return name != std::string::npos && name + 2 < text.size() &&
            std::string_view("Tt").find(text[name + 2]) != std::string_view::npos;
+}
+
+/// With all of its threads: a debugger may hold one alone, and the one that serves JACK goes on.
+bool isStopped(pid_t process) {
+    std::error_code error;
+    const fs::directory_iterator threads(folderOf(process) / "task", error);
+    return !error &&
+           std::ranges::all_of(threads, [](const auto& entry) { return isThreadStopped(entry.path()); });
 }
 
 std::vector<int> filesOf(pid_t process) {

@@ -111,13 +111,7 @@ void killedProgramGivesTheKeyboardBack() {
     });
     stage.waitForDevice("A'");
     // The child's client is not asked here: what comes by the copy tells of the grab.
-    waitFor(
-        [&] {
-            stage.keyboard.tap(KEY_ENTER);
-            stage.spectator.look();
-            return stage.spectator.latestDeviceOf(KEY_ENTER) == "A'";
-        },
-        "the grab by the child");
+    stage.spectator.waitForWayBy("A'", stage.keyboard);
     stage.keyboard.press(KEY_A);
     stage.keyboard.press(KEY_LEFT);
     waitFor(

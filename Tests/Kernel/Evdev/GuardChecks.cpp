@@ -1,5 +1,4 @@
 #include "Check.h"
-#include "ChildProcess.h"
 #include "Expectations.h"
 #include "GuardedPlayer.h"
 #include "Spectator.h"
@@ -21,16 +20,7 @@ public:
     TestKeyboard keyboard{"A"};
     Spectator spectator;
 
-    /// Types line breaks until they come by that device: the copy's, or the keyboard's own.
-    void waitForWayBy(const std::string& device) {
-        waitFor(
-            [&] {
-                keyboard.tap(KEY_ENTER);
-                spectator.look();
-                return spectator.latestDeviceOf(KEY_ENTER) == device;
-            },
-            "line breaks by " + device);
-    }
+    void waitForWayBy(const std::string& device) { spectator.waitForWayBy(device, keyboard); }
 
     /// Expects that a playing key is the system's, and that nothing seems to be held.
     void expectFree() {

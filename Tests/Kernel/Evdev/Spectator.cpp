@@ -114,6 +114,16 @@ std::vector<std::string> Spectator::takeKeys() {
     return keys;
 }
 
+void Spectator::waitForWayBy(const std::string& device, TestKeyboard& keyboard) {
+    waitFor(
+        [&] {
+            keyboard.tap(KEY_ENTER);
+            look();
+            return latestDeviceOf(KEY_ENTER) == device;
+        },
+        "line breaks by " + device);
+}
+
 int Spectator::count(std::uint16_t key, int value) const {
     const auto found = counts_.find({key, value});
     return found == counts_.end() ? 0 : found->second;

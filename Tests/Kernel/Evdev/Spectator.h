@@ -11,6 +11,8 @@
 
 namespace tavro::proof {
 
+class TestKeyboard;
+
 /// Sees of the test's keyboards and their copies what the rest of the system sees: it opens each device as it
 /// comes, like a display server. A copy is shown by the name of its keyboard and an apostrophe.
 class Spectator {
@@ -33,6 +35,10 @@ public:
 
     /// On which device the key changed last; empty when on none.
     [[nodiscard]] std::string latestDeviceOf(std::uint16_t key) const;
+
+    /// Types line breaks on a keyboard until they come by that device, the keyboard's own or its copy, so that
+    /// a grab is known to have begun or ended.
+    void waitForWayBy(const std::string& device, TestKeyboard& keyboard);
 
     /// The keys that are down, with their devices.
     [[nodiscard]] std::vector<std::string> held() const;

@@ -50,17 +50,6 @@ int playOn(const std::string& terminal) {
     return keyboard.isEnabled() ? QCoreApplication::exec() : 2;
 }
 
-/// Types line breaks until they come by that device, so that the grab is known to have begun or ended.
-void waitForWayBy(const std::string& device, TestKeyboard& keyboard, Spectator& spectator) {
-    waitFor(
-        [&] {
-            keyboard.tap(KEY_ENTER);
-            spectator.look();
-            return spectator.latestDeviceOf(KEY_ENTER) == device;
-        },
-        "line breaks by " + device);
-}
-
 /// Types two playing keys and Tab, and returns what of them has come to the terminal.
 std::string typeInto(Terminal& terminal, TestKeyboard& keyboard) {
     keyboard.tap(KEY_A);
@@ -84,15 +73,15 @@ void captureFollowsTheActiveTerminal() {
     Terminal other(otherNumber);
     own.activate();
     ChildProcess player([&] { return playOn(own.path()); });
-    waitForWayBy("A'", keyboard, spectator);
+    spectator.waitForWayBy("A'", keyboard);
     expectEqual(typeInto(own, keyboard), "\t", "what is typed on the own terminal");
 
     other.activate();
-    waitForWayBy("A", keyboard, spectator);
+    spectator.waitForWayBy("A", keyboard);
     expectEqual(typeInto(other, keyboard), "as\t", "what is typed on another login's terminal");
 
     own.activate();
-    waitForWayBy("A'", keyboard, spectator);
+    spectator.waitForWayBy("A'", keyboard);
     expectEqual(typeInto(own, keyboard), "\t", "what is typed on the own terminal again");
 }
 

@@ -36,8 +36,8 @@ public:
     /// On which device the key changed last; empty when on none.
     [[nodiscard]] std::string latestDeviceOf(std::uint16_t key) const;
 
-    /// Types line breaks on a keyboard until they come by that device, the keyboard's own or its copy, so that
-    /// a grab is known to have begun or ended.
+    /// Types line breaks on a keyboard until they come by that device, the keyboard's own or its copy, so
+    /// that a grab is known to have begun or ended.
     void waitForWayBy(const std::string& device, TestKeyboard& keyboard);
 
     /// The keys that are down, with their devices.

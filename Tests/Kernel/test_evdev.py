@@ -24,7 +24,7 @@ def run_inside():
     # The program has fixed seeds of its own.
     chosen = seed(None)
     environment = "" if chosen is None else f"{VARIABLE}={chosen} "
-    return Kernel(cache).run(f'{environment}"{proof()}"\necho end', timeout=280).output.splitlines()
+    return Kernel(cache).run(f'{environment}"{proof()}"\necho end', timeout=580).output.splitlines()
 
 
 class EvdevCheck(unittest.TestCase):

@@ -54,7 +54,7 @@ void expectEqual(const std::vector<Bytes>& actual, const std::vector<Bytes>& exp
 }
 
 void waitFor(const std::function<bool()>& condition, const std::string& words) {
-    const QDeadlineTimer deadline(std::chrono::seconds(10));
+    const QDeadlineTimer deadline(std::chrono::seconds(60));
     while (true) {
         QCoreApplication::processEvents();
         if (condition()) {

@@ -8,6 +8,7 @@
 #include <QProcess>
 
 #include <csignal>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -34,17 +35,21 @@ void aseqdumpReadsWhatThePortSends() {
                                source + QStringLiteral(" Note off 0, note 60, velocity 0"),
                                source + QStringLiteral(" Control change 1, controller 123, value 0")};
     QStringList lines;
-    waitFor(
-        [&] {
-            while (aseqdump.canReadLine()) {
-                const auto line = QString::fromUtf8(aseqdump.readLine()).simplified();
-                if (line.startsWith(source)) {
-                    lines.append(line);
+    QStringList others;
+    try {
+        waitFor(
+            [&] {
+                while (aseqdump.canReadLine()) {
+                    const auto line = QString::fromUtf8(aseqdump.readLine()).simplified();
+                    (line.startsWith(source) ? lines : others).append(line);
                 }
-            }
-            return lines.size() >= expected.size();
-        },
-        "three lines of aseqdump");
+                return lines.size() >= expected.size();
+            },
+            "three lines of aseqdump");
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(error.what() + std::string("; there are: ") +
+                                 (lines + others).join(u'|').toStdString());
+    }
     expectEqual(lines.join(u'\n').toStdString(), expected.join(u'\n').toStdString(), "aseqdump");
     aseqdump.terminate();
     expect(aseqdump.waitForFinished(10000), "aseqdump does not end");

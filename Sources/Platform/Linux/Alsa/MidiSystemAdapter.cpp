@@ -125,6 +125,7 @@ std::vector<std::string> MidiSystemAdapter::receivers(MidiObjectRef source, Midi
         }
     }
     std::vector<std::string> words;
+    words.reserve(found.size());
     for (const auto& address : found) {
         words.push_back("alsa " + std::to_string(address.client) + ':' + std::to_string(address.port));
     }

@@ -61,9 +61,6 @@ class Surface:
     def drag_slider(self, name, first, last):
         self.slide(self._slider_place(name, first), self._slider_place(name, last))
 
-    def slide_over(self, *names):
-        self.slide(*(self.place(name) for name in names))
-
     def slide(self, first, *others):
         """Presses at the first place, and goes over the others to the last one, where it lets go."""
         self._display.move_pointer(self._window, *first)

@@ -17,7 +17,7 @@ from harness.waiting import wait_for
 class StopTest(GuardTest):
     def check_stop(self):
         connections = self.recorder.connections_made()
-        os.kill(self.pid, signal.SIGSTOP)
+        self.stop_program()
         self.assert_keyboard_is_the_users()
         self.assert_silent()
         self.assert_panic()
@@ -64,7 +64,7 @@ class StopTest(GuardTest):
         self.play_behind_the_terminal()
         self.typist.tap("grave")
         self.wait_until_released()
-        os.kill(self.pid, signal.SIGSTOP)
+        self.stop_program()
         # This one goes to the program, and with it the keyboard, which waits for an answer.
         self.typist.tap("grave", "x")
         self.assert_typed(b"x")

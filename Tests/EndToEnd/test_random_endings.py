@@ -46,13 +46,13 @@ class RandomEndingsTest(GuardTest):
         os.kill(self.pid, self.random.choice(ends))
 
     def _stop(self):
-        os.kill(self.pid, signal.SIGSTOP)
+        self.stop_program()
         self.assert_keyboard_is_the_users()
         self.assert_silent()
         os.kill(self.pid, signal.SIGKILL)
 
     def _stop_for_a_while(self):
-        os.kill(self.pid, signal.SIGSTOP)
+        self.stop_program()
         time.sleep(self.random.random() * LONGEST_STOP)
         os.kill(self.pid, signal.SIGCONT)
         os.kill(self.pid, self.random.choice([signal.SIGTERM, signal.SIGKILL]))

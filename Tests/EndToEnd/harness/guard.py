@@ -1,7 +1,8 @@
 import os
+import signal
 
 from .global_play import ON, GlobalPlayTest
-from .processes import processes, state_of
+from .processes import processes, state_of, states_of_threads
 from .silence import PANIC, sounding
 from .waiting import wait_for
 
@@ -31,6 +32,11 @@ class GuardTest(GlobalPlayTest):
         self.guard = self.wait_for_guard(other_than=self.guard)
         # It has heard what is entrusted to it once it waits for the next message.
         wait_for(lambda: state_of(self.guard) == "S", "the new guard to wait")
+
+    def stop_program(self):
+        """Its threads stop one after the other, on a busy machine after a while."""
+        os.kill(self.pid, signal.SIGSTOP)
+        wait_for(lambda: set(states_of_threads(self.pid)) == {"T"}, "the program to stop")
 
     def assert_keyboard_is_the_users(self):
         self.wait_until_released()

@@ -25,4 +25,13 @@ def processes(name, sandbox):
 
 def state_of(process):
     """The kernel's letter for what a process does: S sleeps, T is stopped."""
-    return pathlib.Path(f"/proc/{process}/stat").read_text().rpartition(")")[2].split()[0]
+    return _state(pathlib.Path(f"/proc/{process}"))
+
+
+def states_of_threads(process):
+    """The same, of each of its threads."""
+    return [_state(thread) for thread in pathlib.Path(f"/proc/{process}/task").iterdir()]
+
+
+def _state(folder):
+    return (folder / "stat").read_text().rpartition(")")[2].split()[0]

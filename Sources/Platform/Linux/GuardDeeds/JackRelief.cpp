@@ -7,9 +7,9 @@
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include <sys/socket.h>
@@ -25,9 +25,23 @@ fs::path folderOf(pid_t process) {
     return fs::path("/proc") / std::to_string(process);
 }
 
+/// What is in a folder of a process, which may go at any moment.
+std::vector<fs::path> entriesOf(const fs::path& folder) {
+    std::vector<fs::path> entries;
+    std::error_code error;
+    fs::directory_iterator entry(folder, error);
+    while (!error && entry != fs::directory_iterator()) {
+        entries.push_back(entry->path());
+        entry.increment(error);
+    }
+    return entries;
+}
+
 bool isThreadStopped(const fs::path& thread) {
     std::ifstream file(thread / "stat");
-    const std::string text(std::istreambuf_iterator<char>(file), {});
+    std::string text;
+    // By way of the stream, which takes the end of the thread for the end of the file.
+    std::getline(file, text, '\0');
     // Behind the name, which may hold anything.
     const auto name = text.rfind(')');
     return name != std::string::npos && name + 2 < text.size() &&
@@ -36,17 +50,14 @@ bool isThreadStopped(const fs::path& thread) {
 
 /// With all of its threads: a debugger may hold one alone, and the one that serves JACK goes on.
 bool isStopped(pid_t process) {
-    std::error_code error;
-    const fs::directory_iterator threads(folderOf(process) / "task", error);
-    return !error &&
-           std::ranges::all_of(threads, [](const auto& entry) { return isThreadStopped(entry.path()); });
+    const auto threads = entriesOf(folderOf(process) / "task");
+    return !threads.empty() && std::ranges::all_of(threads, isThreadStopped);
 }
 
 std::vector<int> filesOf(pid_t process) {
     std::vector<int> files;
-    std::error_code error;
-    for (const auto& entry : fs::directory_iterator(folderOf(process) / "fd", error)) {
-        const auto name = entry.path().filename().string();
+    for (const auto& entry : entriesOf(folderOf(process) / "fd")) {
+        const auto name = entry.filename().string();
         int number = -1;
         if (std::from_chars(name.data(), name.data() + name.size(), number).ec == std::errc()) {
             files.push_back(number);

@@ -1,4 +1,5 @@
 #include "ApplicationShell/ApplicationOptions.h"
+#include "Performance/OrderlyStop.h"
 #include "Platform/Qt/ProcessSignals.h"
 #include "Platform/Qt/QtMainActor.h"
 #include "Programs/MidiSystems/MidiSystems.h"
@@ -11,7 +12,6 @@
 #include <QQuickWindow>
 #include <QThread>
 
-#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
@@ -145,24 +145,6 @@ int selfTest() {
     return AppMainComposition(adapters, mainActor).window.selfTest() ? success : failure;
 }
 
-/// Gives the keyboard back and silences before the process stops, and takes up again when it goes on. It
-/// stops a moment later, unless the result is dropped.
-[[nodiscard]] ScheduledTask stopInOrder(AppMainComposition& program, MainActor& mainActor,
-                                        const posix::ProcessSignals& signals) {
-    using Pause = GlobalKeyboardController::Pause;
-    // The tap's thread lets go and the notes leave meanwhile, which may take two periods of a slow MIDI
-    // server. The guard need not wait for a stopped program.
-    static constexpr std::chrono::milliseconds timeToSettle{400};
-    program.globalKeyboard.pause(Pause::processStop);
-    program.controller.stopAllNotes();
-    return mainActor.after(timeToSettle, [&] {
-        program.guardLink.setBusy(false);
-        signals.stopNow();
-        program.tellGuard();
-        program.globalKeyboard.resume(Pause::processStop);
-    });
-}
-
 int runApplication(const ApplicationOptions& options) {
     QtMainActor mainActor;
     const auto adapters = AppMainAdapters::ofThisPlatform(options.midi, mainActor);
@@ -176,8 +158,10 @@ int runApplication(const ApplicationOptions& options) {
     tellOfTheEnd(program);
     const LifeSigns lifeSigns(program.guardLink);
     std::optional<posix::ProcessSignals> signals;
-    ScheduledTask stopping;
-    signals.emplace(&QGuiApplication::quit, [&] { stopping = stopInOrder(program, mainActor, *signals); });
+    OrderlyStop orderlyStop(
+        program.globalKeyboard, program.controller, program.guardLink, mainActor,
+        {.stopNow = [&signals] { signals->stopNow(); }, .tellGuard = [&program] { program.tellGuard(); }});
+    signals.emplace(&QGuiApplication::quit, [&orderlyStop] { orderlyStop.begin(); });
     if (!program.delegate.applicationDidFinishLaunching()) {
         std::cerr << "tavro: the window could not be made\n";
         return failure;

@@ -2,6 +2,7 @@
 #include "Expectations.h"
 #include "GuardedPlayer.h"
 #include "Spectator.h"
+#include "Synthesizer.h"
 #include "TestKeyboard.h"
 
 #include <csignal>
@@ -11,11 +12,13 @@ namespace tavro::proof {
 
 namespace {
 
-/// A keyboard that a program with a guard has grabbed, and who sees what gets through.
+/// A keyboard that a program with a guard has grabbed, who sees what gets through, and who hears what is
+/// played.
 class GuardStage {
 public:
     GuardStage() { waitForWayBy("A'"); }
 
+    Synthesizer synthesizer;
     GuardedPlayer player;
     TestKeyboard keyboard{"A"};
     Spectator spectator;
@@ -48,7 +51,16 @@ public:
         expectEqual(spectator.takeKeys(), {"A' 105 1", "A' 105 0"}, "what others see of the keys");
     }
 
-    /// Presses a key that plays and one that passes.
+    void expectSilence() {
+        waitFor(
+            [&] {
+                spectator.look();
+                return synthesizer.sounding().empty();
+            },
+            "silence");
+    }
+
+    /// Presses a key that plays, until its chord sounds, and one that passes.
     void hold() {
         const auto before = spectator.count(KEY_RIGHT, 1);
         keyboard.press(KEY_A);
@@ -56,9 +68,9 @@ public:
         waitFor(
             [&] {
                 spectator.look();
-                return spectator.count(KEY_RIGHT, 1) > before;
+                return spectator.count(KEY_RIGHT, 1) > before && synthesizer.sounding().size() > 2;
             },
-            "the key that passes");
+            "the chord, and the key that passes");
     }
 
     void letGo() {
@@ -72,6 +84,7 @@ void checkSilence(GuardStage& stage, const std::function<void()>& begin, const s
     stage.hold();
     begin();
     stage.waitForWayBy("A");
+    stage.expectSilence();
     stage.letGo();
     stage.expectFree();
     end();
@@ -106,6 +119,30 @@ void hungProgramGivesTheKeyboardBack() {
     checkHang(stage, GuardedPlayer::tapThread);
 }
 
+void programThatIsStoppedByItsTerminalGivesTheKeyboardBack() {
+    GuardStage stage;
+    checkSilence(stage, [&] { stage.player.stopInOrder(); }, [&] { stage.player.signal(SIGCONT); });
+    checkSilence(stage, [&] { stage.player.stopInOrder(); }, [&] { stage.player.signal(SIGCONT); });
+}
+
+/// The program ends by the signal while keys are held.
+void checkEnd(int signal, int status) {
+    GuardStage stage;
+    stage.hold();
+    stage.player.signal(signal);
+    stage.waitForWayBy("A");
+    stage.expectSilence();
+    stage.letGo();
+    stage.expectFree();
+    expectEqual(std::to_string(stage.player.waitForEnd()), std::to_string(status), "the end");
+}
+
+void programThatEndsLeavesNothing() {
+    checkEnd(SIGQUIT, 0);
+    checkEnd(SIGHUP, 0);
+    checkEnd(SIGKILL, -SIGKILL);
+}
+
 void stoppedGuardHoldsNoKeyboard() {
     GuardStage stage;
     stage.hold();
@@ -124,6 +161,9 @@ std::vector<Check> guardChecks() {
         {"stopped_program_gives_the_keyboard_back", stoppedProgramGivesTheKeyboardBack},
         {"guard_that_was_killed_or_stopped_is_replaced", guardThatWasKilledOrStoppedIsReplaced},
         {"hung_program_gives_the_keyboard_back", hungProgramGivesTheKeyboardBack},
+        {"program_that_is_stopped_by_its_terminal_gives_the_keyboard_back",
+         programThatIsStoppedByItsTerminalGivesTheKeyboardBack},
+        {"program_that_ends_leaves_nothing", programThatEndsLeavesNothing},
         {"stopped_guard_holds_no_keyboard", stoppedGuardHoldsNoKeyboard},
     };
 }

@@ -3,20 +3,27 @@
 #include "Concurrency/MainActor.h"
 #include "Expectations.h"
 #include "Performance/GlobalKeyboardController.h"
+#include "Performance/GuardLink.h"
+#include "Performance/OrderlyStop.h"
+#include "Performance/PerformanceController.h"
+#include "Platform/Linux/Alsa/MidiSystemAdapter.h"
 #include "Platform/Linux/Evdev/KeyboardTapAdapter.h"
 #include "Platform/Linux/Guard/GuardProcess.h"
+#include "Platform/Qt/ProcessSignals.h"
 #include "Platform/Qt/QtMainActor.h"
+#include "Synthesizer.h"
 
 #include <QCoreApplication>
-#include <QTimer>
 
 #include <array>
 #include <atomic>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace tavro::proof {
@@ -42,7 +49,25 @@ void goOnThere(int /*signal*/) {
     shallHang = false;
 }
 
+void selectSynthesizer(MidiOutputManager& midi) {
+    for (const auto& destination : midi.destinations()) {
+        if (destination.name == Synthesizer::name) {
+            midi.setSelectedDestinationID(destination.id);
+        }
+    }
+}
+
+PerformanceState latchingChords() {
+    PerformanceState state;
+    state.holdMode = true;
+    state.chordMode = ChordMode::triad;
+    return state;
+}
+
+/// The program without its window.
 int play() {
+    // A shell makes such a group for each of its jobs; in its parent's group it could not be stopped.
+    setpgid(0, 0);
     std::signal(hangSignal, hangHere);
     std::signal(goOnSignal, goOnThere);
     int count = 1;
@@ -50,17 +75,35 @@ int play() {
     std::array<char*, 2> arguments{name.data(), nullptr};
     const QCoreApplication application(count, arguments.data());
     QtMainActor mainActor;
+    alsa::MidiSystemAdapter system(mainActor);
+    MidiOutputManager midi(system, mainActor);
+    selectSynthesizer(midi);
+    PerformanceController performance(midi, mainActor, latchingChords());
+    performance.setPlayingUnfocused(true);
     // Built beside this one.
     const auto folder = fs::read_symlink("/proc/self/exe").parent_path();
     guard::GuardProcess guard(folder / "tavro-guard", {});
-    guard.expectBeats(true);
-    QTimer beats;
-    QObject::connect(&beats, &QTimer::timeout, [&guard] { static_cast<void>(guard.beat()); });
-    beats.start(Guard::beatInterval);
     evdev::KeyboardTapAdapter tap({}, &guard);
     GlobalKeyboardController keyboard(tap, mainActor);
+    keyboard.onKeyDown = [&](Character key) { performance.handleKeyDown(key); };
+    keyboard.onKeyUp = [&](Character key) { performance.handleKeyUp(key); };
+    keyboard.onPanic = [&] { performance.panic(); };
+    GuardLink link(guard, mainActor, midi);
+    link.onDeeds = [&](const Guard::Deeds& /*deeds*/) { performance.panic(); };
+    link.setBusy(true);
+    std::optional<posix::ProcessSignals> signals;
+    OrderlyStop orderlyStop(
+        keyboard, performance, link, mainActor,
+        {.stopNow = [&] { signals->stopNow(); }, .tellGuard = [&] { link.setBusy(true); }});
+    signals.emplace(&QCoreApplication::quit, [&] { orderlyStop.begin(); });
     keyboard.setEnabled(true);
-    return keyboard.isEnabled() ? QCoreApplication::exec() : 1;
+    if (!keyboard.isEnabled()) {
+        return 1;
+    }
+    const auto status = QCoreApplication::exec();
+    keyboard.stop();
+    performance.shutDown();
+    return status;
 }
 
 std::string firstLine(const fs::path& path) {
@@ -76,6 +119,22 @@ GuardedPlayer::GuardedPlayer() : process_(play), guard_(nextGuard(0)) {}
 
 void GuardedPlayer::signal(int signal) const {
     ::kill(process_.id(), signal);
+}
+
+void GuardedPlayer::stopInOrder() const {
+    signal(SIGTSTP);
+    waitFor(
+        [&] {
+            usleep(10'000);
+            siginfo_t news{};
+            return waitid(P_PID, static_cast<id_t>(process_.id()), &news, WSTOPPED | WNOHANG) == 0 &&
+                   news.si_pid == process_.id();
+        },
+        "the stop");
+}
+
+int GuardedPlayer::waitForEnd() {
+    return process_.wait();
 }
 
 void GuardedPlayer::hang(const std::string& thread) const {

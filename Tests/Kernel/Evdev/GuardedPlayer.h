@@ -10,7 +10,8 @@
 
 namespace tavro::proof {
 
-/// A process in which Global Play is on and has a guard. It is to be made while there is one thread.
+/// A process that plays the keys of the session on the synthesizer, if there is one, as latched chords, and
+/// has a guard. It is to be made while there is one thread.
 class GuardedPlayer {
 public:
     static constexpr auto mainThread = "main";
@@ -19,6 +20,12 @@ public:
     GuardedPlayer();
 
     void signal(int signal) const;
+
+    /// Sends the signal of a terminal's Ctrl+Z, and returns when it has stopped itself.
+    void stopInOrder() const;
+
+    /// Waits for its end. The exit status, or the negative number of the signal that ended it.
+    int waitForEnd();
 
     /// Lets one of its threads do nothing until `goOn`.
     void hang(const std::string& thread) const;

@@ -18,11 +18,12 @@ QCommandLineOption hidden(QCommandLineOption option) {
 
 struct Options {
     explicit Options(const MidiSystemTable& midiSystems)
-        : midi(
-              QStringLiteral("midi"),
-              QStringLiteral("The MIDI system to use; auto takes the first that is there. Without the option "
-                             "the environment variable TAVRO_MIDI says it, with the same values."),
-              midiSystems.alternatives()) {}
+        : midi(QStringLiteral("midi"),
+               QStringLiteral(
+                   "The MIDI system to use in this run; auto takes the first that is there. Without the "
+                   "option the environment variable TAVRO_MIDI says it, with the same values, and "
+                   "without both the choice in the window's settings."),
+               midiSystems.alternatives()) {}
 
     QCommandLineOption midi;
     QCommandLineOption version{QStringLiteral("version"), QStringLiteral("Prints the version.")};
@@ -97,8 +98,6 @@ ApplicationOptions ApplicationOptions::parse(const QStringList& arguments, const
         parsed.midi = checkedMidi(midiSystems, "--midi", parser.value(options.midi));
     } else if (!midiFromEnvironment.isEmpty()) {
         parsed.midi = checkedMidi(midiSystems, "TAVRO_MIDI", midiFromEnvironment);
-    } else {
-        parsed.midi = MidiSystemTable::automatic();
     }
     parsed.printsStatus = parser.isSet(options.printStatus);
     return parsed;

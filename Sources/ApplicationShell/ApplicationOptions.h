@@ -29,7 +29,7 @@ struct ApplicationOptions {
     QString presetFile;
     /// Whether every status text is printed, for tests that look at the program from outside.
     bool printsStatus = false;
-    /// The MIDI system to use: a name of the table.
+    /// The MIDI system to use in this run: a name of the table. Empty leaves it to what the user has chosen.
     QString midi;
 
     /// `arguments` begin with the program's name. `midiFromEnvironment` is the value of TAVRO_MIDI, which

@@ -40,11 +40,15 @@ QString failureText(QLatin1String what, std::int32_t status) {
 
 } // namespace
 
-MidiOutputManager::MidiOutputManager(MidiSystem& system, MainActor& mainActor)
-    : system_(system), mainActor_(mainActor), statusText_(QStringLiteral("MIDI bereit")) {
+MidiOutputManager::MidiOutputManager(std::vector<MidiSystem*> systems, MainActor& mainActor)
+    : systems_(std::move(systems)), system_(systems_.back()), mainActor_(mainActor),
+      statusText_(QStringLiteral("MIDI bereit")) {
     setup();
     refreshDestinations();
 }
+
+MidiOutputManager::MidiOutputManager(MidiSystem& system, MainActor& mainActor)
+    : MidiOutputManager(std::vector{&system}, mainActor) {}
 
 MidiOutputManager::~MidiOutputManager() {
     close();
@@ -55,34 +59,35 @@ void MidiOutputManager::close() {
     dispose();
 }
 
+void MidiOutputManager::setSystems(std::vector<MidiSystem*> systems) {
+    search_.cancel();
+    isLookingForASystem_ = false;
+    cancelPendingNoteOns();
+    dispose();
+    forgetSelection();
+    systems_ = std::move(systems);
+    setup();
+    refreshDestinations();
+}
+
 void MidiOutputManager::setup() {
     setStatusText(create().value_or(QStringLiteral("Virtueller Ausgang aktiv")));
+    if (client_ == 0 && std::ranges::any_of(systems_, &MidiSystem::mayComeLater)) {
+        lookForASystem();
+    }
 }
 
 std::optional<QString> MidiOutputManager::create() {
-    // Whatever the system calls back may come when this is gone, and from inside a call of this.
-    const auto posted = [this](void (MidiOutputManager::*action)()) {
-        return [this, action, life = std::weak_ptr(life_)] {
-            mainActor_.post([this, action, life] {
-                if (!life.expired()) {
-                    (this->*action)();
-                }
-            });
-        };
-    };
-    system_.setLossHandler(posted(&MidiOutputManager::handleLoss));
-    const auto client = system_.createClient("TAVRO", posted(&MidiOutputManager::refreshDestinations));
-    client_ = client.reference;
-    clientStatus_ = client.status;
-    if (client.status != 0) {
-        return failureText(QLatin1String("MIDI Client Fehler"), client.status);
+    createClient();
+    if (client_ == 0) {
+        return failureText(QLatin1String("MIDI Client Fehler"), clientFailures_.back());
     }
-    const auto port = system_.createOutputPort(client_, "TAVRO MIDI Out");
+    const auto port = system_->createOutputPort(client_, "TAVRO MIDI Out");
     outputPort_ = port.reference;
     if (port.status != 0) {
         return failureText(QLatin1String("MIDI Port Fehler"), port.status);
     }
-    const auto source = system_.createSource(client_, "TAVRO Out");
+    const auto source = system_->createSource(client_, "TAVRO Out");
     virtualSource_ = source.reference;
     if (source.status != 0) {
         return failureText(QLatin1String("Virtueller Ausgang Fehler"), source.status);
@@ -90,58 +95,105 @@ std::optional<QString> MidiOutputManager::create() {
     return std::nullopt;
 }
 
+void MidiOutputManager::createClient() {
+    // Whatever the system calls back may come when this is gone or plays by another client, and from inside a
+    // call of this.
+    clientLife_ = std::make_shared<const bool>(true);
+    const auto posted = [this](void (MidiOutputManager::*action)()) {
+        return [this, action, life = std::weak_ptr(clientLife_)] {
+            mainActor_.post([this, action, life] {
+                if (!life.expired()) {
+                    (this->*action)();
+                }
+            });
+        };
+    };
+    const auto* const before = system_;
+    clientFailures_.clear();
+    for (auto* system : systems_) {
+        system_ = system;
+        system->setLossHandler(posted(&MidiOutputManager::handleLoss));
+        const auto client = system->createClient("TAVRO", posted(&MidiOutputManager::refreshDestinations));
+        if (client.status == 0) {
+            client_ = client.reference;
+            break;
+        }
+        clientFailures_.push_back(client.status);
+    }
+    if (system_ != before) {
+        droppedMessages_ = system_->droppedMessages();
+        Q_EMIT systemChanged();
+    }
+}
+
 void MidiOutputManager::dispose() {
+    clientLife_.reset();
     if (const auto port = std::exchange(outputPort_, 0); port != 0) {
-        system_.disposePort(port);
+        system_->disposePort(port);
     }
     if (const auto source = std::exchange(virtualSource_, 0); source != 0) {
-        system_.disposeEndpoint(source);
+        system_->disposeEndpoint(source);
     }
     if (const auto client = std::exchange(client_, 0); client != 0) {
-        system_.disposeClient(client);
+        system_->disposeClient(client);
+        if (system_->hasLeftUnsent()) {
+            Q_EMIT leftUnsent();
+        }
     }
 }
 
 void MidiOutputManager::handleLoss() {
-    if (isLost_) {
+    if (isLookingForASystem_) {
         return;
     }
-    isLost_ = true;
     pendingNoteOns_.clear();
     dispose();
     Q_EMIT connectionLost();
     refreshDestinations();
     setStatusText(QStringLiteral("MIDI Verbindung verloren"));
-    lookForTheSystem();
+    lookForASystem();
 }
 
-void MidiOutputManager::lookForTheSystem() {
-    search_ = mainActor_.after(std::chrono::seconds(1), [this] {
-        if (create()) {
-            dispose();
-            lookForTheSystem();
-            return;
-        }
-        isLost_ = false;
-        setStatusText(QStringLiteral("Virtueller Ausgang aktiv"));
-        refreshDestinations();
-        if (selectedDestinationID_ != 0) {
-            system_.prepareRoute(outputPort_, selectedDestinationID_);
-        }
-    });
+void MidiOutputManager::forgetSelection() {
+    selectionsSystem_ = nullptr;
+    if (std::exchange(selectedDestinationID_, 0) != 0) {
+        Q_EMIT selectedDestinationIDChanged();
+    }
+}
+
+void MidiOutputManager::lookForASystem() {
+    isLookingForASystem_ = true;
+    search_ = mainActor_.after(std::chrono::seconds(1), [this] { searchOnce(); });
+}
+
+void MidiOutputManager::searchOnce() {
+    if (create()) {
+        dispose();
+        lookForASystem();
+        return;
+    }
+    isLookingForASystem_ = false;
+    setStatusText(QStringLiteral("Virtueller Ausgang aktiv"));
+    if (system_ != selectionsSystem_) {
+        forgetSelection();
+    }
+    refreshDestinations();
+    if (selectedDestinationID_ != 0) {
+        system_->prepareRoute(outputPort_, selectedDestinationID_);
+    }
 }
 
 void MidiOutputManager::refreshDestinations() {
     std::vector<MidiDestination> found;
-    const auto count = system_.numberOfDestinations();
+    const auto count = system_->numberOfDestinations();
     for (std::size_t index = 0; index < count; ++index) {
-        const auto endpoint = system_.destination(index);
+        const auto endpoint = system_->destination(index);
         if (endpoint == 0) {
             continue;
         }
-        auto name = system_.displayName(endpoint);
+        auto name = system_->displayName(endpoint);
         if (!name) {
-            name = system_.name(endpoint);
+            name = system_->name(endpoint);
         }
         found.push_back({endpoint, name.value_or("MIDI Output " + std::to_string(endpoint))});
     }
@@ -149,13 +201,14 @@ void MidiOutputManager::refreshDestinations() {
         destinations_ = std::move(found);
         Q_EMIT destinationsChanged();
     }
-    listeners_ = isReady() ? system_.listeners(virtualSource_) : std::nullopt;
+    listeners_ = isReady() ? system_->listeners(virtualSource_) : std::nullopt;
     Q_EMIT connectionChanged();
     Q_EMIT receiversMayHaveChanged();
 }
 
 std::vector<std::string> MidiOutputManager::receivers() const {
-    return isLost_ ? std::vector<std::string>() : system_.receivers(virtualSource_, selectedDestinationID_);
+    return isLookingForASystem_ ? std::vector<std::string>()
+                                : system_->receivers(virtualSource_, selectedDestinationID_);
 }
 
 void MidiOutputManager::setSelectedDestinationID(MidiObjectRef id) {
@@ -163,8 +216,9 @@ void MidiOutputManager::setSelectedDestinationID(MidiObjectRef id) {
         return;
     }
     selectedDestinationID_ = id;
+    selectionsSystem_ = system_;
     if (outputPort_ != 0) {
-        system_.prepareRoute(outputPort_, id);
+        system_->prepareRoute(outputPort_, id);
     }
     Q_EMIT selectedDestinationIDChanged();
     Q_EMIT receiversMayHaveChanged();
@@ -204,13 +258,14 @@ void MidiOutputManager::sendNoteOn(const NoteEvent& event, std::int64_t delayMil
 std::optional<MidiTicket> MidiOutputManager::schedule(const NoteEvent& event,
                                                       std::chrono::nanoseconds delay) {
     const auto from = selectedDestinationID_ == 0 ? virtualSource_ : outputPort_;
-    return from == 0 ? std::nullopt : system_.schedule(from, selectedDestinationID_, messageOf(event), delay);
+    return from == 0 ? std::nullopt
+                     : system_->schedule(from, selectedDestinationID_, messageOf(event), delay);
 }
 
 void MidiOutputManager::finishPending(const PendingNoteKey& key) {
     const auto finished = pendingNoteOns_.extract(key);
     if (const auto& [event, ticket, task] = finished.mapped(); ticket) {
-        system_.settle(*ticket);
+        system_->settle(*ticket);
         tellNote(event);
     } else {
         send(event);
@@ -218,7 +273,7 @@ void MidiOutputManager::finishPending(const PendingNoteKey& key) {
 }
 
 bool MidiOutputManager::takeBack(const PendingNoteOn& pending) {
-    return !pending.ticket || system_.cancel(*pending.ticket);
+    return !pending.ticket || system_->cancel(*pending.ticket);
 }
 
 bool MidiOutputManager::takeBack(const PendingNoteKey& key) {
@@ -258,10 +313,10 @@ void MidiOutputManager::cancelPendingNoteOns() {
 void MidiOutputManager::sendBytes(std::span<const std::uint8_t> message) {
     if (selectedDestinationID_ == 0) {
         if (virtualSource_ != 0) {
-            system_.received(virtualSource_, message);
+            system_->received(virtualSource_, message);
         }
     } else if (outputPort_ != 0) {
-        system_.send(outputPort_, selectedDestinationID_, message);
+        system_->send(outputPort_, selectedDestinationID_, message);
     }
 }
 
@@ -270,13 +325,15 @@ void MidiOutputManager::sendAllNotesOff(std::int64_t /*channel*/) {
     for (const auto& message : panicMessages()) {
         sendBytes(message);
     }
-    setStatusText(QStringLiteral("Panic gesendet"));
-    tellDroppedMessages();
+    // Without a system nothing was sent, and the loss is what the user needs to read.
+    if (!isLookingForASystem_) {
+        setStatusText(QStringLiteral("Panic gesendet"));
+        tellDroppedMessages();
+    }
 }
 
 void MidiOutputManager::tellNote(const NoteEvent& event) {
-    // Without a system nothing has been played, and the loss is what the user needs to read.
-    if (isLost_) {
+    if (isLookingForASystem_) {
         return;
     }
     const bool isNoteOn = event.type == NoteEvent::EventType::noteOn;
@@ -286,7 +343,7 @@ void MidiOutputManager::tellNote(const NoteEvent& event) {
 }
 
 void MidiOutputManager::tellDroppedMessages() {
-    if (const auto dropped = system_.droppedMessages(); dropped != droppedMessages_) {
+    if (const auto dropped = system_->droppedMessages(); dropped != droppedMessages_) {
         droppedMessages_ = dropped;
         setStatusText(QString::number(dropped) + QLatin1String(" MIDI Nachrichten verloren"));
         Q_EMIT connectionChanged();

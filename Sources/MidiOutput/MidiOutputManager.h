@@ -42,13 +42,23 @@ class MidiOutputManager : public QObject {
     Q_OBJECT
 
 public:
-    /// Creates client, port and source, and reads the destinations. Both collaborators must outlive this.
+    /// Of the systems, the first one in which a client can be created is the one that plays; the last one
+    /// where there is none, so there must be one. Creates client, port and source, and reads the
+    /// destinations. The collaborators must outlive this.
+    MidiOutputManager(std::vector<MidiSystem*> systems, MainActor& mainActor);
     MidiOutputManager(MidiSystem& system, MainActor& mainActor);
     ~MidiOutputManager() override;
 
     /// Gives everything back to the MIDI system, once what was sent has left. For an end at which this is not
     /// destroyed; afterwards nothing can be sent.
     void close();
+
+    /// Plays by other systems from now on, as after a start: by the first in which a client can be created,
+    /// through the own source. What sounds is to be ended before.
+    void setSystems(std::vector<MidiSystem*> systems);
+
+    /// The one that plays, or that was tried last.
+    [[nodiscard]] const MidiSystem& system() const { return *system_; }
 
     /// In the system's order. Follows the system.
     [[nodiscard]] const std::vector<MidiDestination>& destinations() const { return destinations_; }
@@ -68,11 +78,21 @@ public:
     /// How many receivers listen to the own source; nothing when the system cannot know.
     [[nodiscard]] std::optional<std::size_t> listeners() const { return listeners_; }
 
-    /// 0, or the platform's number for why no client could be created when that was tried last.
-    [[nodiscard]] std::int32_t clientStatus() const { return clientStatus_; }
+    /// The platform's numbers for why no client could be created, one for each system in which that was
+    /// tried in vain the last time. When there are as many as systems, there is no client.
+    [[nodiscard]] const std::vector<std::int32_t>& clientFailures() const { return clientFailures_; }
+
+    /// Whether one is tried every second, for a system may come, or come back.
+    [[nodiscard]] bool isLookingForASystem() const { return isLookingForASystem_; }
+
+    /// Whether there is a client.
+    [[nodiscard]] bool hasClient() const { return client_ != 0; }
 
     /// Those whom messages reach now, as `MidiSystem` names them. `receiversMayHaveChanged` tells changes.
     [[nodiscard]] std::vector<std::string> receivers() const;
+
+    /// As `MidiSystem` tells it. `connectionChanged` tells changes.
+    [[nodiscard]] std::optional<MidiPeriod> period() const { return system_->period(); }
 
     /// How many messages the system has lost so far.
     [[nodiscard]] std::uint64_t droppedMessages() const { return droppedMessages_; }
@@ -112,6 +132,10 @@ Q_SIGNALS:
     void receiversMayHaveChanged();
     /// The MIDI system has gone, and with it every note. It is looked for until it returns.
     void connectionLost();
+    /// The client was closed with something that had not left: receivers may sound.
+    void leftUnsent();
+    /// `system` is another one.
+    void systemChanged();
 
 private:
     struct PendingNoteOn {
@@ -126,9 +150,14 @@ private:
     void setup();
     /// Client, port and source. Nothing when all are there, else what to tell the user.
     std::optional<QString> create();
+    /// In the first system that can have one.
+    void createClient();
     void dispose();
     void handleLoss();
-    void lookForTheSystem();
+    /// Tries every second to create what could not be created or has gone.
+    void lookForASystem();
+    void searchOnce();
+    void forgetSelection();
     [[nodiscard]] std::optional<MidiTicket> schedule(const NoteEvent& event, std::chrono::nanoseconds delay);
     void finishPending(const PendingNoteKey& key);
     /// Whether the note-on will never be heard.
@@ -140,22 +169,26 @@ private:
     bool cancelsPendingNoteOn(const NoteEvent& noteOff);
     void setStatusText(const QString& text);
 
-    MidiSystem& system_;
+    std::vector<MidiSystem*> systems_;
+    MidiSystem* system_;
     MainActor& mainActor_;
     std::vector<MidiDestination> destinations_;
     MidiObjectRef selectedDestinationID_ = 0;
+    /// By which it was chosen: the numbers of destinations are each system's own.
+    const MidiSystem* selectionsSystem_ = nullptr;
     QString statusText_;
     MidiObjectRef client_ = 0;
     MidiObjectRef outputPort_ = 0;
     MidiObjectRef virtualSource_ = 0;
-    std::int32_t clientStatus_ = 0;
+    std::vector<std::int32_t> clientFailures_;
     PendingNoteOns pendingNoteOns_;
     std::optional<std::size_t> listeners_;
     std::uint64_t droppedMessages_ = 0;
-    bool isLost_ = false;
+    /// The status text tells why, and nothing else can be worth telling until there is one.
+    bool isLookingForASystem_ = false;
     ScheduledTask search_;
-    /// Lets work that was posted and cannot be cancelled see whether this still exists.
-    std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true);
+    /// Lets work that was posted and cannot be cancelled see whether this and its client still exist.
+    std::shared_ptr<const bool> clientLife_;
 };
 
 } // namespace tavro

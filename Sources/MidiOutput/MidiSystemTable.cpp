@@ -1,30 +1,23 @@
 #include "MidiOutput/MidiSystemTable.h"
 
 #include <algorithm>
-#include <utility>
+#include <iterator>
 
 namespace tavro {
 
-MidiSystemTable::Entry MidiSystemTable::Entry::tried(QString name, Maker make) {
-    return {.name = std::move(name),
-            .available = [make](MainActor& mainActor) { return trial(*make(mainActor)); },
-            .make = std::move(make)};
+std::vector<MidiSystem*> MidiSystemTable::Candidates::pointers() const {
+    std::vector<MidiSystem*> all;
+    std::ranges::transform(systems, std::back_inserter(all), &std::unique_ptr<MidiSystem>::get);
+    return all;
 }
 
-std::int32_t MidiSystemTable::trial(MidiSystem& system) {
-    const auto client = system.createClient("TAVRO", nullptr);
-    if (client.status == 0) {
-        system.disposeClient(client.reference);
+std::string MidiSystemTable::Candidates::reasons(std::span<const std::int32_t> failures) const {
+    QStringList parts;
+    for (std::size_t index = 0; index < failures.size(); ++index) {
+        parts.append(names.value(static_cast<qsizetype>(index)) + QLatin1String(" failed with ") +
+                     QString::number(failures[index]));
     }
-    return client.status;
-}
-
-std::string MidiSystemTable::Choice::reasons(std::int32_t status) const {
-    std::string text;
-    for (const auto& failure : failures) {
-        text += failure.name.toStdString() + " failed with " + std::to_string(failure.status) + ", ";
-    }
-    return text + name.toStdString() + " failed with " + std::to_string(status);
+    return parts.join(QLatin1String(", ")).toStdString();
 }
 
 bool MidiSystemTable::isName(const QString& text) const {
@@ -41,24 +34,16 @@ QString MidiSystemTable::sentence() const {
     return all.isEmpty() ? last : all.join(QLatin1String(", ")) + QLatin1String(" or ") + last;
 }
 
-MidiSystemTable::Choice MidiSystemTable::choose(const QString& name, MainActor& mainActor) const {
-    std::vector<const Entry*> candidates;
+MidiSystemTable::Candidates MidiSystemTable::candidates(const QString& name, MainActor& mainActor,
+                                                        const MidiSystemOptions& options) const {
+    Candidates found;
     for (const auto& entry : entries_) {
         if (name == automatic() || name == entry.name) {
-            candidates.push_back(&entry);
+            found.names.append(entry.name);
+            found.systems.push_back(entry.make(mainActor, options));
         }
     }
-    Choice choice;
-    for (const auto* candidate : candidates) {
-        const auto status = candidate == candidates.back() ? 0 : candidate->available(mainActor);
-        if (status == 0) {
-            choice.name = candidate->name;
-            choice.system = candidate->make(mainActor);
-            break;
-        }
-        choice.failures.push_back({candidate->name, status});
-    }
-    return choice;
+    return found;
 }
 
 QStringList MidiSystemTable::names() const {

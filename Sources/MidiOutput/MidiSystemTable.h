@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -17,43 +18,30 @@ namespace tavro {
 /// The MIDI systems that a program offers, in the order in which they are looked for. Main thread only.
 class MidiSystemTable {
 public:
-    using Maker = std::function<std::unique_ptr<MidiSystem>(MainActor&)>;
+    using Maker = std::function<std::unique_ptr<MidiSystem>(MainActor&, const MidiSystemOptions&)>;
 
     struct Entry {
-        /// What users call it by.
+        /// What users call it by: in commands and files, and in the window.
         QString name;
-        /// 0 when it can be used at the moment, otherwise the platform's number for why not.
-        std::function<std::int32_t(MainActor&)> available;
+        QString title;
         /// The main actor must outlive the result.
         Maker make;
-
-        /// One that is available when `trial` says so.
-        [[nodiscard]] static Entry tried(QString name, Maker make);
+        /// Whether it works in periods whose length programs may ask for.
+        bool hasPeriods = false;
     };
 
-    struct Failure {
-        QString name;
-        /// The platform's number.
-        std::int32_t status;
-    };
+    /// Those of one name, ready to be tried in order.
+    struct Candidates {
+        QStringList names;
+        std::vector<std::unique_ptr<MidiSystem>> systems;
 
-    struct Choice {
-        QString name;
-        /// Null when the table has none of the name.
-        std::unique_ptr<MidiSystem> system;
-        /// Those that were looked for before it, in order.
-        std::vector<Failure> failures;
+        [[nodiscard]] std::vector<MidiSystem*> pointers() const;
 
-        /// Why none can be used when no client of this one can be created either, for a person who reads it
-        /// in a terminal. The status is that of the creation.
-        [[nodiscard]] std::string reasons(std::int32_t status) const;
+        /// Why none of them can be used, for a person who reads it in a terminal: with the number of each.
+        [[nodiscard]] std::string reasons(std::span<const std::int32_t> failures) const;
     };
 
     explicit MidiSystemTable(std::vector<Entry> entries) : entries_(std::move(entries)) {}
-
-    /// 0 when a client can be created, otherwise the platform's number for why not. The client is disposed
-    /// again.
-    [[nodiscard]] static std::int32_t trial(MidiSystem& system);
 
     /// The name for the first that can be used.
     static QString automatic() { return QStringLiteral("auto"); }
@@ -65,9 +53,11 @@ public:
     [[nodiscard]] QString alternatives() const;
     [[nodiscard]] QString sentence() const;
 
-    /// The system of this name, or of any for `automatic`: the first that is available. The last that is left
-    /// is taken unasked, since there is no other in its place; so is the only one.
-    [[nodiscard]] Choice choose(const QString& name, MainActor& mainActor) const;
+    /// The system of this name, or all for `automatic`; none where the table has none of the name.
+    [[nodiscard]] Candidates candidates(const QString& name, MainActor& mainActor,
+                                        const MidiSystemOptions& options = {}) const;
+
+    [[nodiscard]] const std::vector<Entry>& entries() const { return entries_; }
 
 private:
     [[nodiscard]] QStringList names() const;

@@ -9,6 +9,8 @@ GuardLink::GuardLink(Guard& guard, MainActor& mainActor, const MidiOutputManager
     auto tellReceivers = [this] { guard_.entrustReceivers(midi_.receivers()); };
     receivers_ = QObject::connect(&midi_, &MidiOutputManager::receiversMayHaveChanged, &midi_, tellReceivers);
     tellReceivers();
+    // The output may be closed when this has gone.
+    QObject::connect(&midi_, &MidiOutputManager::leftUnsent, [&guard] { guard.withholdFarewell(); });
 }
 
 GuardLink::~GuardLink() {

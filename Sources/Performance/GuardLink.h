@@ -13,7 +13,7 @@ namespace tavro {
 /// matters. Main thread only.
 class GuardLink {
 public:
-    /// All of them must outlive this.
+    /// All of them must outlive this, and the guard the output.
     GuardLink(Guard& guard, MainActor& mainActor, const MidiOutputManager& midi);
     ~GuardLink();
     GuardLink(const GuardLink&) = delete;

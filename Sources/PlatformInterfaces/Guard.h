@@ -30,6 +30,10 @@ public:
     /// Those whom it would silence, in the words of `MidiSystem::receivers`, in place of those told before.
     virtual void entrustReceivers(std::vector<std::string> receivers) = 0;
 
+    /// There are notes that this process could not end: the receivers are to be silenced at its end, however
+    /// that comes.
+    virtual void withholdFarewell() = 0;
+
     /// Whether it is to act when the beats stay away. It acts at the end of this process in any case.
     virtual void expectBeats(bool expects) = 0;
 

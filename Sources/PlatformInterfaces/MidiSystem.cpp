@@ -4,6 +4,10 @@ namespace tavro {
 
 // What a system offers that has no more than the plain road.
 
+bool MidiSystem::mayComeLater() const {
+    return false;
+}
+
 std::optional<MidiTicket> MidiSystem::schedule(MidiObjectRef /*portOrSource*/, MidiObjectRef /*destination*/,
                                                std::span<const std::uint8_t> /*message*/,
                                                std::chrono::nanoseconds /*delay*/) {
@@ -25,6 +29,14 @@ std::optional<std::size_t> MidiSystem::listeners(MidiObjectRef /*source*/) {
 
 std::vector<std::string> MidiSystem::receivers(MidiObjectRef /*source*/, MidiObjectRef /*destination*/) {
     return {};
+}
+
+bool MidiSystem::hasLeftUnsent() const {
+    return false;
+}
+
+std::optional<MidiPeriod> MidiSystem::period() const {
+    return std::nullopt;
 }
 
 std::uint64_t MidiSystem::droppedMessages() const {

@@ -21,8 +21,25 @@ struct MidiCreation {
     MidiObjectRef reference = 0;
 };
 
+/// The piece of time in which a system works that has periods.
+struct MidiPeriod {
+    std::uint32_t frames;
+    /// Frames a second.
+    std::uint32_t rate;
+
+    friend bool operator==(const MidiPeriod&, const MidiPeriod&) = default;
+};
+
 /// Names a message that waits inside a MIDI system for its time.
 using MidiTicket = std::uint32_t;
+
+/// How a system is to be used, where it leaves the choice to its programs.
+struct MidiSystemOptions {
+    /// Whether to ask for a short period. Only where a system works in periods and lets programs ask.
+    bool asksForShortPeriod = true;
+    /// How long the main thread waits at most until a client is created, where that can take long.
+    std::chrono::milliseconds patience{300};
+};
 
 /// What a platform offers for sending MIDI. An adapter translates calls and events and decides nothing.
 /// Main thread only; an adapter whose platform calls back on other threads brings the calls over.
@@ -37,6 +54,10 @@ public:
     /// something about the system's clients, ports or names may have changed, until the client is disposed.
     [[nodiscard]] virtual MidiCreation createClient(std::string_view name,
                                                     std::function<void()> onChange) = 0;
+
+    /// Whether a client that could not be created may be possible later without anything the program does:
+    /// where servers come and go, it is worth trying again.
+    [[nodiscard]] virtual bool mayComeLater() const;
 
     /// A port from which messages are sent to chosen destinations.
     [[nodiscard]] virtual MidiCreation createOutputPort(MidiObjectRef client, std::string_view name) = 0;
@@ -93,8 +114,16 @@ public:
     /// empty when there are none, and where no other process could. `onChange` tells changes.
     [[nodiscard]] virtual std::vector<std::string> receivers(MidiObjectRef source, MidiObjectRef destination);
 
+    /// The period in force; nothing in a system that has none, and without a client. `onChange` tells
+    /// changes.
+    [[nodiscard]] virtual std::optional<MidiPeriod> period() const;
+
     /// How many messages were accepted and lost, since the beginning.
     [[nodiscard]] virtual std::uint64_t droppedMessages() const;
+
+    /// Whether something that was sent had not left when its port was disposed, because the system did not
+    /// answer any more.
+    [[nodiscard]] virtual bool hasLeftUnsent() const;
 
     virtual void disposePort(MidiObjectRef outputPort) = 0;
     virtual void disposeEndpoint(MidiObjectRef source) = 0;

@@ -43,6 +43,9 @@ public:
     [[nodiscard]] std::vector<std::string> receivers(MidiObjectRef source,
                                                      MidiObjectRef destination) override;
     [[nodiscard]] std::uint64_t droppedMessages() const override;
+
+    [[nodiscard]] bool hasLeftUnsent() const override { return system_.hasLeftUnsent(); }
+
     void disposePort(MidiObjectRef outputPort) override;
     void disposeEndpoint(MidiObjectRef source) override;
     void disposeClient(MidiObjectRef client) override;

@@ -5,18 +5,30 @@
 
 namespace tavro {
 
+ScriptPlayer::ScriptPlayer(PlayerOutput& output, const std::vector<MidiSystem*>& midiSystems, Pacer& pacer,
+                           const PerformanceState& initialState)
+    : output_(output), pacer_(pacer), midi_(observed(midiSystems), mainActor_),
+      controller_(midi_, mainActor_, initialState) {}
+
 ScriptPlayer::ScriptPlayer(PlayerOutput& output, MidiSystem& midiSystem, Pacer& pacer,
                            const PerformanceState& initialState)
-    : output_(output), pacer_(pacer), midiSystem_(midiSystem), midi_(midiSystem_, mainActor_),
-      controller_(midi_, mainActor_, initialState) {
-    midiSystem_.onMessage = [this](auto message) { output_.midi(time(), message); };
-    midiSystem_.onLoss = [this] {
-        hasLostMidiSystem_ = true;
-        pacer_.interrupt();
-    };
-    // The real time is never exactly the virtual one. A message that is out before a command which comes
-    // close to it could neither be cancelled by that command nor stand behind what it sends.
-    midiSystem_.mayGoAhead = [this](auto delay) { return mainActor_.now() + delay <= nextCommandTime_; };
+    : ScriptPlayer(output, std::vector{&midiSystem}, pacer, initialState) {}
+
+std::vector<MidiSystem*> ScriptPlayer::observed(const std::vector<MidiSystem*>& systems) {
+    std::vector<MidiSystem*> all;
+    for (auto* system : systems) {
+        auto& observed = midiSystems_.emplace_back(*system);
+        observed.onMessage = [this](auto message) { output_.midi(time(), message); };
+        observed.onLoss = [this] {
+            hasLostMidiSystem_ = true;
+            pacer_.interrupt();
+        };
+        // The real time is never exactly the virtual one. A message that is out before a command which comes
+        // close to it could neither be cancelled by that command nor stand behind what it sends.
+        observed.mayGoAhead = [this](auto delay) { return mainActor_.now() + delay <= nextCommandTime_; };
+        all.push_back(&observed);
+    }
+    return all;
 }
 
 void ScriptPlayer::play(const KeyScript& script) {

@@ -8,6 +8,9 @@
 #include "Player/Pacer.h"
 #include "Player/PlayerOutput.h"
 
+#include <deque>
+#include <vector>
+
 namespace tavro {
 
 /// Plays key scripts through the application's own controller. Everything runs in virtual time, in one fixed
@@ -15,7 +18,9 @@ namespace tavro {
 /// same order, played live or not. Main thread only.
 class ScriptPlayer {
 public:
-    /// The collaborators must outlive this.
+    /// Plays by the first system in which a client can be created. The collaborators must outlive this.
+    ScriptPlayer(PlayerOutput& output, const std::vector<MidiSystem*>& midiSystems, Pacer& pacer,
+                 const PerformanceState& initialState = {});
     ScriptPlayer(PlayerOutput& output, MidiSystem& midiSystem, Pacer& pacer,
                  const PerformanceState& initialState = {});
 
@@ -52,13 +57,15 @@ private:
     void run(const KeyScript::Panic& command);
     void run(const KeyScript::Show& command);
     void run(const KeyScript::Quit& command);
+    [[nodiscard]] std::vector<MidiSystem*> observed(const std::vector<MidiSystem*>& systems);
     [[nodiscard]] std::chrono::milliseconds time() const;
     [[nodiscard]] std::vector<std::string> inLayoutOrder(const std::set<Character>& keys) const;
 
     PlayerOutput& output_;
     Pacer& pacer_;
     VirtualMainActor mainActor_;
-    ObservedMidiSystem midiSystem_;
+    /// Those to be tried, of which one plays.
+    std::deque<ObservedMidiSystem> midiSystems_;
     MidiOutputManager midi_;
     PerformanceController controller_;
     bool hasQuit_ = false;

@@ -87,6 +87,22 @@ std::string Preferences::loadSelectedPresetID(const std::vector<TAVROPreset>& av
     return isAvailable ? *identifier : "default";
 }
 
+std::string Preferences::loadMidiSystem() {
+    return storedString(PreferenceKey::midiSystem).value_or("");
+}
+
+void Preferences::saveMidiSystem(const std::string& name) {
+    defaults_.setValue(PreferenceKey::midiSystem.name, name);
+}
+
+bool Preferences::loadAsksForShortPeriod() {
+    return storedBool(PreferenceKey::midiShortPeriod).value_or(true);
+}
+
+void Preferences::saveAsksForShortPeriod(bool asksForIt) {
+    defaults_.setValue(PreferenceKey::midiShortPeriod.name, asksForIt);
+}
+
 std::string Preferences::currentBootIdentifier() const {
     if (auto identifier = bootClock_.identifier()) {
         return *identifier;

@@ -36,6 +36,14 @@ public:
     /// The stored identifier when one of the presets has it, otherwise "default". What is stored stays.
     [[nodiscard]] std::string loadSelectedPresetID(const std::vector<TAVROPreset>& availablePresets);
 
+    /// The name of the MIDI system that the user chose; empty when none was.
+    [[nodiscard]] std::string loadMidiSystem();
+    void saveMidiSystem(const std::string& name);
+
+    /// Whether a MIDI system that works in periods is asked for a short one; true when nothing is stored.
+    [[nodiscard]] bool loadAsksForShortPeriod();
+    void saveAsksForShortPeriod(bool asksForIt);
+
     /// A text that is the same until the next boot. Throws `std::range_error` when the system tells neither
     /// an identifier nor usable times.
     [[nodiscard]] std::string currentBootIdentifier() const;

@@ -16,6 +16,8 @@ const PreferenceKey PreferenceKey::launchAtLogin = inEveryGeneration("LaunchAtLo
 const PreferenceKey PreferenceKey::lastMinimizedBootID = inEveryGeneration("LastMinimizedBootID.v1");
 const PreferenceKey PreferenceKey::customPresets = inEveryGeneration("CustomPresets.v1");
 const PreferenceKey PreferenceKey::tutorialCompleted{.name = "TAVRO.TutorialCompleted.v1", .legacyNames = {}};
+const PreferenceKey PreferenceKey::midiSystem{.name = "TAVRO.MIDISystem.v1", .legacyNames = {}};
+const PreferenceKey PreferenceKey::midiShortPeriod{.name = "TAVRO.MIDIShortPeriod.v1", .legacyNames = {}};
 
 const std::vector<std::string> PreferenceKey::legacySuites{"com.vessiron.sarvik.experimental",
                                                            "com.vessiron.sarvik"};

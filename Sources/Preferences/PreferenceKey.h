@@ -24,6 +24,10 @@ struct PreferenceKey {
     /// Boolean; absent is false. No earlier generation had it.
     static const PreferenceKey tutorialCompleted;
 
+    /// Text: the name of a MIDI system. Boolean; absent is true. No earlier generation had them.
+    static const PreferenceKey midiSystem;
+    static const PreferenceKey midiShortPeriod;
+
     /// The databases of the earlier generations, in the order in which they are looked through.
     static const std::vector<std::string> legacySuites;
 };

@@ -76,6 +76,7 @@ Item {
             id: outputPill
 
             text: root.output.summary
+            tip: root.output.periodText
             dot: root.output.isUnavailable ? Theme.stop : root.output.isUnheard ? Theme.quietText : Theme.accent
             maximumWidth: buttons.x - 12 - 8 - globalPill.width - loadButton.x - loadButton.width - 24
         }

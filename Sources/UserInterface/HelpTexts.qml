@@ -17,6 +17,7 @@ QtObject {
     readonly property string hold: qsTr("Hold keeps notes latched until you press them again. Smart Hold sustains the current chord cluster until a new chord starts.")
     readonly property string bassnote: qsTr("Adds the detected root note below what you play. Choose -1 or -2 octaves for the bass note depth.")
     readonly property string midiOutput: qsTr("Selects where TAVRO sends MIDI notes, such as TAVRO Out, IAC Driver, or another MIDI destination.")
+    readonly property string midiSystem: qsTr("Chooses the MIDI system that carries the notes. JACK works in periods. Of PipeWire, which speaks it too, TAVRO asks a short one, so that notes come out sooner; that shortens the period of the whole sound system while TAVRO runs. System default leaves it as it is.")
     readonly property string midiChannel: qsTr("Sets the MIDI channel used for note output.")
     readonly property string keyboardLayout: qsTr("Chooses the physical computer keyboard layout. Use QWERTZ for German keyboards.")
     readonly property string globalPlay: qsTr("Turns background keyboard capture on or off, so TAVRO can keep playing while another app is active.")

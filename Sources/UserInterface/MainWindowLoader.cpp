@@ -20,7 +20,8 @@ void useOwnFont() {
 
 MainWindowLoader::MainWindowLoader(const Shell& shell)
     : shell_(shell), settings_(shell.controller), grid_(shell.controller),
-      output_(shell.controller, shell.midi), globalPlay_(shell.globalPlay), presets_(shell.presets),
+      output_(shell.controller, shell.midi, shell.midiSystem), globalPlay_(shell.globalPlay),
+      presets_(shell.presets),
       tutorial_(shell.globalPlay, shell.defaults, shell.mainActor, shell.keyboardAccess),
       menu_(shell.menu, shell.menuIsInWindow) {
     SceneModule::makeAvailable();

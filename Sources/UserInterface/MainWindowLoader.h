@@ -38,6 +38,7 @@ public:
     struct Shell {
         PerformanceController& controller;
         MidiOutputManager& midi;
+        MidiSystemSetting& midiSystem;
         GlobalPlay& globalPlay;
         PresetLibrary& presets;
         LaunchAtLogin& launchAtLogin;

@@ -9,17 +9,27 @@ namespace tavro {
 namespace {
 
 constexpr MidiObjectRef ownSource = 0;
+/// Behind the name of a system whose period is left as it is.
+constexpr QLatin1String ownPeriod("/own-period");
 
 } // namespace
 
-MidiOutputPresenter::MidiOutputPresenter(PerformanceController& controller, MidiOutputManager& midi)
-    : controller_(controller), midi_(midi) {
+MidiOutputPresenter::MidiOutputPresenter(PerformanceController& controller, MidiOutputManager& midi,
+                                         MidiSystemSetting& setting)
+    : controller_(controller), midi_(midi), setting_(setting) {
     connect(&midi_, &MidiOutputManager::destinationsChanged, this, [this] {
         rememberNames();
         Q_EMIT changed();
     });
     connect(&midi_, &MidiOutputManager::selectedDestinationIDChanged, this, &MidiOutputPresenter::changed);
     connect(&midi_, &MidiOutputManager::connectionChanged, this, &MidiOutputPresenter::changed);
+    connect(&midi_, &MidiOutputManager::systemChanged, this, [this] {
+        // Other ports have these numbers there.
+        names_.clear();
+        rememberNames();
+        Q_EMIT changed();
+    });
+    connect(&setting_, &MidiSystemSetting::changed, this, &MidiOutputPresenter::changed);
     connect(&midi_, &MidiOutputManager::statusTextChanged, this, &MidiOutputPresenter::statusTextChanged);
     rememberNames();
 }
@@ -88,7 +98,9 @@ bool MidiOutputPresenter::isUnheard() const {
 
 QString MidiOutputPresenter::hint() const {
     if (!midi_.isReady()) {
-        return tr("No MIDI system answers, so nothing can sound.");
+        return midi_.isLookingForASystem()
+                   ? tr("No MIDI system answers, so nothing can sound. TAVRO looks for one every second.")
+                   : tr("No MIDI system answers, so nothing can sound.");
     }
     if (!isSelectedThere()) {
         return tr("The chosen MIDI Output is gone. Connect it again, or choose another one in Settings.");
@@ -101,6 +113,44 @@ QString MidiOutputPresenter::hint() const {
 
 QString MidiOutputPresenter::statusText() const {
     return midi_.statusText();
+}
+
+QVariantList MidiOutputPresenter::systems() const {
+    QVariantList entries{PickerChoices::entry(tr("Automatic"), MidiSystemTable::automatic())};
+    for (const auto& entry : setting_.table().entries()) {
+        entries.append(PickerChoices::entry(entry.title, entry.name));
+        if (entry.hasPeriods) {
+            entries.append(
+                PickerChoices::entry(tr("%1, system default").arg(entry.title), entry.name + ownPeriod));
+        }
+    }
+    return entries;
+}
+
+QString MidiOutputPresenter::system() const {
+    const auto& choice = setting_.choice();
+    return choice.asksForShortPeriod ? choice.name : choice.name + ownPeriod;
+}
+
+void MidiOutputPresenter::chooseSystem(const QString& value) {
+    auto name = value;
+    const auto hasOwnPeriod = name.endsWith(ownPeriod);
+    if (hasOwnPeriod) {
+        name.chop(ownPeriod.size());
+    }
+    setting_.choose({.name = name, .asksForShortPeriod = !hasOwnPeriod}, controller_, midi_);
+}
+
+QString MidiOutputPresenter::periodText() const {
+    const auto period = midi_.period();
+    if (!period) {
+        return {};
+    }
+    const auto milliseconds = 1000.0 * period->frames / period->rate;
+    return tr("Period: %1 frames at %2 Hz (%3 ms)")
+        .arg(period->frames)
+        .arg(period->rate)
+        .arg(milliseconds, 0, 'f', 1);
 }
 
 void MidiOutputPresenter::refresh() {

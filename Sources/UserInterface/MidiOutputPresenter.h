@@ -1,6 +1,7 @@
 #pragma once
 
 #include "MidiOutput/MidiOutputManager.h"
+#include "Performance/MidiSystemSetting.h"
 #include "Performance/PerformanceController.h"
 
 #include <QHash>
@@ -32,10 +33,18 @@ class MidiOutputPresenter : public QObject {
     /// What to do so that something is heard; empty when nothing is in the way, as far as can be known.
     Q_PROPERTY(QString hint READ hint NOTIFY changed)
     Q_PROPERTY(QString statusText READ statusText NOTIFY statusTextChanged)
+    /// Entries of the MIDI systems that can be chosen, one that works in periods with its own length of them
+    /// too; a single system leaves nothing to choose.
+    Q_PROPERTY(QVariantList systems READ systems CONSTANT)
+    /// The value of the chosen one. Writing it ends what sounds first.
+    Q_PROPERTY(QString system READ system WRITE chooseSystem NOTIFY changed)
+    /// The period in force, for a tip; empty where there is none.
+    Q_PROPERTY(QString periodText READ periodText NOTIFY changed)
 
 public:
-    /// Both must outlive this.
-    MidiOutputPresenter(PerformanceController& controller, MidiOutputManager& midi);
+    /// All of them must outlive this.
+    MidiOutputPresenter(PerformanceController& controller, MidiOutputManager& midi,
+                        MidiSystemSetting& setting);
 
     [[nodiscard]] QVariantList destinations() const;
     [[nodiscard]] uint selectedDestination() const;
@@ -46,6 +55,10 @@ public:
     [[nodiscard]] QString selectedName() const;
     [[nodiscard]] QString hint() const;
     [[nodiscard]] QString statusText() const;
+    [[nodiscard]] QVariantList systems() const;
+    [[nodiscard]] QString system() const;
+    void chooseSystem(const QString& value);
+    [[nodiscard]] QString periodText() const;
 
     /// Reads the destinations anew: not every system tells when one of them is renamed.
     Q_INVOKABLE void refresh();
@@ -63,6 +76,7 @@ private:
 
     PerformanceController& controller_;
     MidiOutputManager& midi_;
+    MidiSystemSetting& setting_;
     /// Of every destination seen so far, so that a chosen one that has gone can still be named.
     QHash<MidiObjectRef, QString> names_;
 };

@@ -11,6 +11,8 @@ DisclosurePanel {
     // With isEnabled and note.
     required property QtObject launchAtLogin
     required property PickerChoices pickerChoices
+    // A single MIDI system leaves nothing to choose.
+    readonly property bool choosesSystem: output.systems.length > 2
     readonly property var layoutEntry: pickerChoices.keyboardLayouts.find(entry => entry.value === settings.keyboardLayout)
 
     title: qsTr("Settings")
@@ -22,7 +24,7 @@ DisclosurePanel {
         ControlTile {
             title: qsTr("MIDI Output")
             help: HelpTexts.midiOutput
-            width: 270
+            width: root.choosesSystem ? 232 : 270
             hasFrame: false
             showsDivider: true
 
@@ -37,9 +39,26 @@ DisclosurePanel {
         }
 
         ControlTile {
+            title: qsTr("MIDI System")
+            help: HelpTexts.midiSystem
+            width: 204
+            visible: root.choosesSystem
+            hasFrame: false
+            showsDivider: true
+
+            Picker {
+                anchors.fill: parent
+                label: qsTr("MIDI System")
+                choices: root.output.systems
+                value: root.output.system
+                onChosen: value => root.output.system = value
+            }
+        }
+
+        ControlTile {
             title: qsTr("MIDI Channel")
             help: HelpTexts.midiChannel
-            width: 158
+            width: root.choosesSystem ? 130 : 158
             hasFrame: false
             showsDivider: true
 
@@ -72,7 +91,7 @@ DisclosurePanel {
         ControlTile {
             title: qsTr("Global Play")
             help: HelpTexts.globalPlay
-            width: 188
+            width: root.choosesSystem ? 120 : 188
             hasFrame: false
             showsDivider: true
 
@@ -89,7 +108,7 @@ DisclosurePanel {
         ControlTile {
             title: qsTr("Global Play Hotkey")
             help: HelpTexts.globalPlayHotkey
-            width: 232
+            width: root.choosesSystem ? 172 : 232
             hasFrame: false
             showsDivider: true
 
@@ -102,7 +121,7 @@ DisclosurePanel {
         ControlTile {
             title: qsTr("Launch at Login")
             help: [HelpTexts.launchAtLogin, root.launchAtLogin.note].join("\n").trim()
-            width: 162
+            width: root.choosesSystem ? 152 : 162
             hasFrame: false
 
             TogglePill {

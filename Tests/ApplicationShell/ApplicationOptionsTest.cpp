@@ -7,8 +7,8 @@
 namespace tavro {
 namespace {
 
-const MidiSystemTable midiSystems({{.name = QStringLiteral("alsa"), .available = nullptr, .make = nullptr},
-                                   {.name = QStringLiteral("jack"), .available = nullptr, .make = nullptr}});
+const MidiSystemTable midiSystems({{QStringLiteral("alsa"), QString(), nullptr},
+                                   {QStringLiteral("jack"), QString(), nullptr}});
 
 ApplicationOptions parse(QStringList arguments, const QString& midiFromEnvironment = {}) {
     arguments.prepend(QStringLiteral("tavro"));
@@ -58,7 +58,7 @@ TEST(ApplicationOptions, takeOnePresetAnywhere) {
 
 TEST(ApplicationOptions, chooseTheMidiSystemByOptionThenEnvironmentThenByItself) {
     const QStringList jack{QStringLiteral("--midi"), QStringLiteral("jack")};
-    EXPECT_EQ(parse({}).midi, QStringLiteral("auto"));
+    EXPECT_EQ(parse({}).midi, QString());
     EXPECT_EQ(parse({}, QStringLiteral("alsa")).midi, QStringLiteral("alsa"));
     EXPECT_EQ(parse(jack).midi, QStringLiteral("jack"));
     EXPECT_EQ(parse(jack, QStringLiteral("alsa")).midi, QStringLiteral("jack"));

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <optional>
+#include <vector>
 
 namespace tavro {
 namespace {
@@ -66,6 +68,129 @@ TEST_F(MidiOutputManagerTest, stopsAtAClientThatFails) {
     EXPECT_THAT(system.messages, IsEmpty());
     destroyManager();
     EXPECT_THAT(system.calls, ElementsAre("client TAVRO"));
+}
+
+TEST_F(MidiOutputManagerTest, looksEverySecondForASystemThatMayCome) {
+    system.clientStatus = -17;
+    system.comesLater = true;
+    EXPECT_EQ(status(), "MIDI Client Fehler -17");
+    // Nothing was sent, and the failure is what there is to tell.
+    midi().send(noteOn(60));
+    midi().sendAllNotesOff(1);
+    mainActor.runUntil(2500ms);
+    EXPECT_EQ(status(), "MIDI Client Fehler -17");
+    EXPECT_THAT(system.calls, ElementsAre("client TAVRO", "client TAVRO", "client TAVRO"));
+    EXPECT_FALSE(midi().isReady());
+    system.clientStatus = 0;
+    system.destinations = {{9, "Synth", "in"}};
+    mainActor.runUntil(3s);
+    EXPECT_EQ(status(), "Virtueller Ausgang aktiv");
+    EXPECT_TRUE(midi().isReady());
+    EXPECT_EQ(midi().destinations().size(), 1U);
+    midi().send(noteOn(60));
+    EXPECT_EQ(sent().size(), 1U);
+    mainActor.runUntil(10s);
+    EXPECT_EQ(system.calls.size(), 6U);
+}
+
+TEST_F(MidiOutputManagerTest, doesNotLookForASystemThatNeverComesLater) {
+    system.clientStatus = -10830;
+    static_cast<void>(midi());
+    mainActor.runUntil(10s);
+    EXPECT_THAT(system.calls, ElementsAre("client TAVRO"));
+}
+
+TEST_F(MidiOutputManagerTest, tellsNoPanicWhileTheSystemIsGone) {
+    static_cast<void>(midi());
+    system.loseConnection();
+    mainActor.runDue();
+    system.clientStatus = -17;
+    midi().sendAllNotesOff(1);
+    EXPECT_EQ(status(), "MIDI Verbindung verloren");
+}
+
+class SeveralSystems : public testing::Test {
+protected:
+    SeveralSystems() {
+        for (auto* system : {&first, &second}) {
+            system->clientStatus = -2;
+            system->comesLater = true;
+        }
+    }
+
+    MidiOutputManager& midi() {
+        if (!manager) {
+            manager.emplace(std::vector<MidiSystem*>{&first, &second}, mainActor);
+        }
+        return *manager;
+    }
+
+    void passASecond() { mainActor.runUntil(mainActor.now() + 1s); }
+
+    headless::MidiSystemAdapter first;
+    headless::MidiSystemAdapter second;
+    VirtualMainActor mainActor;
+    std::optional<MidiOutputManager> manager;
+};
+
+TEST_F(SeveralSystems, theFirstThatCanBeUsedPlays) {
+    first.clientStatus = 0;
+    EXPECT_EQ(&midi().system(), &first);
+    EXPECT_THAT(second.calls, IsEmpty());
+    EXPECT_THAT(midi().clientFailures(), IsEmpty());
+}
+
+TEST_F(SeveralSystems, theNextOnePlaysWhereTheFirstCannot) {
+    second.clientStatus = 0;
+    EXPECT_EQ(&midi().system(), &second);
+    EXPECT_THAT(midi().clientFailures(), ElementsAre(-2));
+    EXPECT_TRUE(midi().hasClient());
+}
+
+TEST_F(SeveralSystems, whicheverComesFirstPlays) {
+    second.clientStatus = -17;
+    EXPECT_EQ(midi().statusText(), QStringLiteral("MIDI Client Fehler -17"));
+    EXPECT_THAT(midi().clientFailures(), ElementsAre(-2, -17));
+    first.clientStatus = 0;
+    passASecond();
+    EXPECT_EQ(&midi().system(), &first);
+    EXPECT_EQ(midi().statusText(), QStringLiteral("Virtueller Ausgang aktiv"));
+}
+
+TEST_F(SeveralSystems, aDestinationIsChosenInOneSystemAlone) {
+    second.clientStatus = 0;
+    midi().setSelectedDestinationID(9);
+    second.clientStatus = -17;
+    second.loseConnection();
+    mainActor.runDue();
+    passASecond();
+    EXPECT_EQ(midi().selectedDestinationID(), 9U);
+    first.clientStatus = 0;
+    passASecond();
+    // The number would be that of another port there.
+    EXPECT_EQ(midi().selectedDestinationID(), 0U);
+}
+
+TEST_F(SeveralSystems, aDestinationStaysWhenItsSystemReturns) {
+    second.clientStatus = 0;
+    midi().setSelectedDestinationID(9);
+    second.loseConnection();
+    mainActor.runDue();
+    passASecond();
+    EXPECT_EQ(midi().selectedDestinationID(), 9U);
+    EXPECT_EQ(second.calls.back(), "route 5 to 9");
+}
+
+TEST_F(SeveralSystems, othersTakeOverAndWhatTheFormerTellsIsNotHeard) {
+    first.clientStatus = 0;
+    static_cast<void>(midi());
+    first.loseConnection();
+    second.clientStatus = 0;
+    midi().setSystems({&second});
+    mainActor.runDue();
+    EXPECT_EQ(first.calls.back(), "dispose client 1");
+    EXPECT_EQ(midi().statusText(), QStringLiteral("Virtueller Ausgang aktiv"));
+    EXPECT_EQ(&midi().system(), &second);
 }
 
 TEST_F(MidiOutputManagerTest, stopsAtAPortThatFails) {

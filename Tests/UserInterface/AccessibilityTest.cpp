@@ -74,6 +74,7 @@ TEST_F(AccessibilityTest, TheControlsHaveTheRolesOfWhatTheyAre) {
                                                               "RadioButton Octaves below the root -1",
                                                               "RadioButton Octaves below the root -2",
                                                               "ComboBox MIDI Output",
+                                                              "ComboBox MIDI System",
                                                               "ComboBox MIDI Channel",
                                                               "ComboBox Keyboard Layout",
                                                               "CheckBox Global Play",

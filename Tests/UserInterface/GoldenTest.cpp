@@ -101,7 +101,7 @@ TEST_F(GoldenTest, EveryHelpMarkThatIsMissingIsSeen) {
             mark->setVisible(true);
         }
     }
-    EXPECT_EQ(marks, 19);
+    EXPECT_EQ(marks, 20);
     EXPECT_TRUE(compared(WindowState::bothOpen).isAlike());
 }
 

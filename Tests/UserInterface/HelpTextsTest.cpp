@@ -53,6 +53,11 @@ const std::map<QString, QString>& helpTexts() {
         {QStringLiteral("MIDI Output"),
          QStringLiteral("Selects where TAVRO sends MIDI notes, such as TAVRO Out, "
                         "IAC Driver, or another MIDI destination.")},
+        {QStringLiteral("MIDI System"),
+         QStringLiteral(
+             "Chooses the MIDI system that carries the notes. JACK works in periods. Of PipeWire, which "
+             "speaks it too, TAVRO asks a short one, so that notes come out sooner; that shortens the period "
+             "of the whole sound system while TAVRO runs. System default leaves it as it is.")},
         {QStringLiteral("MIDI Channel"), QStringLiteral("Sets the MIDI channel used for note output.")},
         {QStringLiteral("Keyboard Layout"),
          QStringLiteral("Chooses the physical computer keyboard layout. Use QWERTZ for German keyboards.")},
@@ -105,6 +110,7 @@ TEST_F(HelpTextsTest, TheMarkOfATileHasTheTitleOfItsControl) {
         {QStringLiteral("TogglePill"), QStringLiteral("Global Play")},
         {QStringLiteral("TogglePill"), QStringLiteral("Launch at Login")},
         {QStringLiteral("Picker"), QStringLiteral("MIDI Output")},
+        {QStringLiteral("Picker"), QStringLiteral("MIDI System")},
         {QStringLiteral("Picker"), QStringLiteral("MIDI Channel")},
         {QStringLiteral("Picker"), QStringLiteral("Keyboard Layout")}};
     for (const auto& [type, title] : controls) {

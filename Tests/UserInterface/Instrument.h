@@ -5,6 +5,7 @@
 #include "Concurrency/VirtualMainActor.h"
 #include "MidiOutput/MidiOutputManager.h"
 #include "Performance/GlobalPlay.h"
+#include "Performance/MidiSystemSetting.h"
 #include "Performance/PerformanceController.h"
 #include "Platform/Headless/ApplicationVisibilityAdapter.h"
 #include "Platform/Headless/BootClockAdapter.h"
@@ -45,6 +46,7 @@ public:
     MainWindowLoader::Shell shell(const KeyEventTranslator& translator) {
         return {.controller = controller,
                 .midi = midi,
+                .midiSystem = midiSystem,
                 .globalPlay = globalPlay,
                 .presets = presets,
                 .launchAtLogin = launchAtLogin,
@@ -67,6 +69,7 @@ public:
     headless::UserDefaultsAdapter defaults;
     headless::BootClockAdapter bootClock;
     Preferences preferences{defaults, bootClock};
+    MidiSystemSetting midiSystem{midiSystems(), preferences, {}, actor};
     GlobalPlay globalPlay{controller, globalKeyboard, preferences, ModifierNaming::words};
     PresetStore presetStore{defaults, preferences};
     PresetLibrary presets{controller, presetStore, defaults, [] {}, {}};
@@ -85,6 +88,20 @@ public:
                    .minimizeWindow = [this] { menuCalls.emplace_back("minimize"); }}};
 
 private:
+    /// The second one sends what it is given to nobody either, and works in periods.
+    static MidiSystemTable midiSystems() {
+        const auto maker = [](std::optional<MidiPeriod> period) {
+            return [period](MainActor&, const MidiSystemOptions&) {
+                auto made = std::make_unique<headless::MidiSystemAdapter>();
+                made->periodInForce = period;
+                return made;
+            };
+        };
+        return MidiSystemTable({{QStringLiteral("alsa"), QStringLiteral("ALSA"), maker(std::nullopt)},
+                                {QStringLiteral("jack"), QStringLiteral("JACK"),
+                                 maker(MidiPeriod{.frames = 128, .rate = 48000}), true}});
+    }
+
     static PerformanceState even(PerformanceState state) {
         state.humanizeVelocity = 0;
         return state;

@@ -32,7 +32,7 @@ protected:
     }
 
     Instrument instrument_;
-    MidiOutputPresenter presenter_{instrument_.controller, instrument_.midi};
+    MidiOutputPresenter presenter_{instrument_.controller, instrument_.midi, instrument_.midiSystem};
 };
 
 TEST_F(MidiOutputPresenterTest, TheOwnSourceStandsFirst) {
@@ -125,6 +125,46 @@ TEST_F(MidiOutputPresenterTest, TheStatusIsTheManagers) {
     instrument_.controller.handleKeyDown(U'a');
     EXPECT_EQ(changes, 1);
     EXPECT_EQ(presenter_.statusText(), QStringLiteral("Note On C4"));
+}
+
+TEST_F(MidiOutputPresenterTest, TheSystemCanBeChosen) {
+    std::vector<std::string> systems;
+    for (const auto& entry : presenter_.systems()) {
+        const auto map = entry.toMap();
+        systems.push_back(map.value(QStringLiteral("value")).toString().toStdString() + " " +
+                          map.value(QStringLiteral("text")).toString().toStdString());
+    }
+    EXPECT_THAT(systems, ElementsAre("auto Automatic", "alsa ALSA", "jack JACK",
+                                     "jack/own-period JACK, system default"));
+    EXPECT_EQ(presenter_.system(), QStringLiteral("auto"));
+    EXPECT_EQ(presenter_.periodText(), QString());
+    presenter_.chooseSystem(QStringLiteral("jack"));
+    EXPECT_EQ(presenter_.system(), QStringLiteral("jack"));
+    EXPECT_EQ(presenter_.statusText(), QStringLiteral("Virtueller Ausgang aktiv"));
+    EXPECT_TRUE(instrument_.midiSystem.choice().asksForShortPeriod);
+    EXPECT_EQ(presenter_.periodText(), QStringLiteral("Period: 128 frames at 48000 Hz (2.7 ms)"));
+}
+
+TEST_F(MidiOutputPresenterTest, TheSystemsOwnPeriodCanBeChosen) {
+    presenter_.chooseSystem(QStringLiteral("jack/own-period"));
+    EXPECT_EQ(instrument_.midiSystem.choice().name, QStringLiteral("jack"));
+    EXPECT_FALSE(instrument_.midiSystem.choice().asksForShortPeriod);
+    EXPECT_EQ(presenter_.system(), QStringLiteral("jack/own-period"));
+}
+
+TEST_F(MidiOutputPresenterTest, ASystemThatMayComeIsSaidToBeLookedFor) {
+    headless::MidiSystemAdapter late;
+    late.clientStatus = -17;
+    late.comesLater = true;
+    instrument_.midi.setSystems({&late});
+    EXPECT_EQ(
+        presenter_.hint(),
+        QStringLiteral("No MIDI system answers, so nothing can sound. TAVRO looks for one every second."));
+    late.clientStatus = 0;
+    instrument_.actor.runUntil(instrument_.actor.now() + std::chrono::seconds(1));
+    EXPECT_EQ(presenter_.hint(), QString());
+    // It is gone before the instrument.
+    instrument_.midi.setSystems({&instrument_.system});
 }
 
 } // namespace

@@ -14,6 +14,8 @@ class GuardAdapter final : public Guard {
 public:
     void entrustReceivers(std::vector<std::string> entrusted) override { receivers = std::move(entrusted); }
 
+    void withholdFarewell() override { saysFarewell = false; }
+
     void expectBeats(bool expects) override { expectsBeats = expects; }
 
     [[nodiscard]] Deeds beat() override {
@@ -22,6 +24,7 @@ public:
     }
 
     std::vector<std::string> receivers;
+    bool saysFarewell = true;
     bool expectsBeats = false;
     int beats = 0;
     /// What the next beat returns.

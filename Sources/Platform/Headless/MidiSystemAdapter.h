@@ -31,12 +31,15 @@ public:
     std::int32_t clientStatus = 0;
     std::int32_t portStatus = 0;
     std::int32_t sourceStatus = 0;
+    bool comesLater = false;
+    bool leavesUnsent = false;
     /// In order. Call `announceChange` after changing them.
     std::vector<Destination> destinations;
 
-    /// What `listeners` and `droppedMessages` answer.
+    /// What `listeners`, `droppedMessages` and `period` answer.
     std::optional<std::size_t> listenerCount;
     std::uint64_t dropped = 0;
+    std::optional<MidiPeriod> periodInForce;
     /// Whether messages can be scheduled. They stay in `scheduled` until they are cancelled or settled.
     bool schedules = false;
     /// Makes every scheduled message one that has gone out already.
@@ -96,6 +99,12 @@ public:
     }
 
     [[nodiscard]] std::uint64_t droppedMessages() const override { return dropped; }
+
+    [[nodiscard]] bool hasLeftUnsent() const override { return leavesUnsent; }
+
+    [[nodiscard]] bool mayComeLater() const override { return comesLater; }
+
+    [[nodiscard]] std::optional<MidiPeriod> period() const override { return periodInForce; }
 
     void disposePort(MidiObjectRef outputPort) override;
     void disposeEndpoint(MidiObjectRef source) override;

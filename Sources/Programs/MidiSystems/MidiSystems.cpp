@@ -12,18 +12,20 @@
 namespace tavro {
 
 const MidiSystemTable& MidiSystems::ofThisPlatform() {
-    using Entry = MidiSystemTable::Entry;
     static const MidiSystemTable table({
 #if defined(Q_OS_LINUX)
-        Entry::tried(
-            QStringLiteral("alsa"),
-            [](MainActor& mainActor) { return std::make_unique<alsa::MidiSystemAdapter>(mainActor); }),
-        Entry::tried(
-            QStringLiteral("jack"),
-            [](MainActor& mainActor) { return std::make_unique<jack::MidiSystemAdapter>(mainActor); }),
+        {QStringLiteral("alsa"), QStringLiteral("ALSA"),
+         [](MainActor& mainActor, const MidiSystemOptions&) {
+             return std::make_unique<alsa::MidiSystemAdapter>(mainActor);
+         }},
+        {QStringLiteral("jack"), QStringLiteral("JACK"),
+         [](MainActor& mainActor, const MidiSystemOptions& options) {
+             return std::make_unique<jack::MidiSystemAdapter>(mainActor, options);
+         },
+         true},
 #elif defined(Q_OS_MACOS)
-        Entry::tried(QStringLiteral("coremidi"),
-                     [](MainActor&) { return std::make_unique<macos::MidiSystemAdapter>(); }),
+        {QStringLiteral("coremidi"), QStringLiteral("CoreMIDI"),
+         [](MainActor&, const MidiSystemOptions&) { return std::make_unique<macos::MidiSystemAdapter>(); }},
 #endif
     });
     return table;

@@ -95,30 +95,32 @@ PerformanceState readPreset(const QString& path) {
     return PresetFile::read(input, path).state;
 }
 
-/// A MIDI system that was chosen for `--live`, or for a list of what it has.
-MidiSystemTable::Choice chooseMidiSystem(const QString& name, MainActor& mainActor) {
-    auto choice = MidiSystems::ofThisPlatform().choose(name, mainActor);
-    if (choice.system == nullptr) {
+/// The MIDI systems to be tried for `--live`, or for a list of what one has.
+MidiSystemTable::Candidates chooseMidiSystems(const QString& name, MainActor& mainActor) {
+    // There is no window that would freeze meanwhile, and no second try.
+    const MidiSystemOptions options{.patience = std::chrono::seconds(10)};
+    auto candidates = MidiSystems::ofThisPlatform().candidates(name, mainActor, options);
+    if (candidates.systems.empty()) {
         throw std::runtime_error("there is no MIDI system on this platform");
     }
-    return choice;
+    return candidates;
 }
 
-/// Throws when the output could not become a client of the system.
+/// Throws when the output could become a client of no system.
 void requireClient(const MidiOutputManager& midi, const QString& asked,
-                   const MidiSystemTable::Choice& choice) {
-    if (midi.clientStatus() != 0) {
+                   const MidiSystemTable::Candidates& candidates) {
+    if (!midi.hasClient()) {
         throw std::runtime_error("no MIDI system can be used for --live " + asked.toStdString() + ": " +
-                                 choice.reasons(midi.clientStatus()));
+                                 candidates.reasons(midi.clientFailures()));
     }
 }
 
 void listDestinations(const PlayerOptions& options) {
     QtMainActor mainActor;
     const auto asked = options.live.isEmpty() ? MidiSystemTable::automatic() : options.live;
-    const auto choice = chooseMidiSystem(asked, mainActor);
-    const MidiOutputManager midi(*choice.system, mainActor);
-    requireClient(midi, asked, choice);
+    const auto candidates = chooseMidiSystems(asked, mainActor);
+    const MidiOutputManager midi(candidates.pointers(), mainActor);
+    requireClient(midi, asked, candidates);
     std::cout << DestinationChoice::list(midi.destinations());
 }
 
@@ -150,12 +152,12 @@ int playLive(const PlayerOptions& options, const KeyScript& script, const Perfor
     // Who reads along reads what sounds now.
     std::cout << std::unitbuf;
     QtMainActor mainActor;
-    const auto choice = chooseMidiSystem(options.live, mainActor);
+    const auto candidates = chooseMidiSystems(options.live, mainActor);
     LivePacer pacer;
     auto status = success;
     const auto guard = makeGuard();
-    ScriptPlayer player(output, *choice.system, pacer, state);
-    requireClient(player.midi(), options.live, choice);
+    ScriptPlayer player(output, candidates.pointers(), pacer, state);
+    requireClient(player.midi(), options.live, candidates);
     if (!player.midi().isReady()) {
         throw std::runtime_error(player.midi().statusText().toStdString());
     }

@@ -147,8 +147,8 @@ int selfTest() {
 
 int runApplication(const ApplicationOptions& options) {
     QtMainActor mainActor;
-    const auto adapters = AppMainAdapters::ofThisPlatform(options.midi, mainActor);
-    AppMainComposition program(adapters, mainActor);
+    const auto adapters = AppMainAdapters::ofThisPlatform();
+    AppMainComposition program(adapters, mainActor, options.midi);
     const EndInTheMiddle endInTheMiddle(program);
     if (options.printsStatus) {
         printStatusTexts(program);

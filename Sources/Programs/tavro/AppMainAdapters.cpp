@@ -20,6 +20,7 @@
 #include <QIcon>
 #include <QWindow>
 
+#include <cstdint>
 #include <utility>
 
 #if defined(Q_OS_LINUX)
@@ -57,15 +58,21 @@ namespace tavro {
 
 namespace {
 
-std::unique_ptr<MidiSystem> makeMidiSystem(const QString& name, MainActor& mainActor) {
-    if (auto system = MidiSystems::ofThisPlatform().choose(name, mainActor).system) {
-        return system;
-    }
-    // Nothing is reached, and the status text has to say so.
-    auto headless = std::make_unique<headless::MidiSystemAdapter>();
-    headless->clientStatus = -1;
-    headless->recordsMessages = false;
-    return headless;
+/// Reaches nobody: every client that is asked for fails with the status, unless that is 0.
+MidiSystemTable headlessMidiSystems(std::int32_t status) {
+    return MidiSystemTable({{QStringLiteral("headless"), QStringLiteral("Headless"),
+                             [status](MainActor&, const MidiSystemOptions&) {
+                                 auto headless = std::make_unique<headless::MidiSystemAdapter>();
+                                 headless->clientStatus = status;
+                                 headless->recordsMessages = false;
+                                 return headless;
+                             }}});
+}
+
+/// Where there is none, nothing is reached, and the status text has to say so.
+MidiSystemTable midiSystemsToTry() {
+    const auto& table = MidiSystems::ofThisPlatform();
+    return table.entries().empty() ? headlessMidiSystems(-1) : table;
 }
 
 std::unique_ptr<KeyEventTranslator> makeKeyEventTranslator() {
@@ -111,9 +118,9 @@ std::unique_ptr<KeyboardTap> makeKeyboardTap(guard::GuardProcess& guard) {
 
 } // namespace
 
-AppMainAdapters AppMainAdapters::ofThisPlatform(const QString& midi, MainActor& mainActor) {
+AppMainAdapters AppMainAdapters::ofThisPlatform() {
     auto adapters = headless();
-    adapters.midiSystem = makeMidiSystem(midi, mainActor);
+    adapters.midiSystems = midiSystemsToTry();
     adapters.keyEventTranslator = makeKeyEventTranslator();
 #if defined(Q_OS_LINUX)
     adapters.sessionWatch = std::make_unique<linuxos::SessionWatchAdapter>();
@@ -146,7 +153,7 @@ AppMainAdapters AppMainAdapters::ofThisPlatform(const QString& midi, MainActor& 
 
 AppMainAdapters AppMainAdapters::headless() {
     return {.guard = std::make_unique<headless::GuardAdapter>(),
-            .midiSystem = std::make_unique<headless::MidiSystemAdapter>(),
+            .midiSystems = headlessMidiSystems(0),
             .keyboardTap = std::make_unique<headless::KeyboardTapAdapter>(),
             .sessionWatch = std::make_unique<headless::SessionWatchAdapter>(),
             .userDefaults = std::make_unique<headless::UserDefaultsAdapter>(),

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Concurrency/MainActor.h"
 #include "KeyboardInput/KeyboardAccess.h"
+#include "MidiOutput/MidiSystemTable.h"
 #include "PlatformInterfaces/Application/KeyEventTranslator.h"
 #include "PlatformInterfaces/Application/MenuBar.h"
 #include "PlatformInterfaces/Application/WindowAspect.h"
@@ -13,7 +13,6 @@
 #include "PlatformInterfaces/KeyEvent.h"
 #include "PlatformInterfaces/KeyboardTap.h"
 #include "PlatformInterfaces/LoginItemService.h"
-#include "PlatformInterfaces/MidiSystem.h"
 #include "PlatformInterfaces/SessionWatch.h"
 #include "PlatformInterfaces/UserDefaults.h"
 
@@ -31,7 +30,8 @@ namespace tavro {
 struct AppMainAdapters {
     /// Says farewell behind everything else.
     std::unique_ptr<Guard> guard;
-    std::unique_ptr<MidiSystem> midiSystem;
+    /// At least one.
+    MidiSystemTable midiSystems;
     std::unique_ptr<KeyboardTap> keyboardTap;
     std::unique_ptr<SessionWatch> sessionWatch;
     std::unique_ptr<UserDefaults> userDefaults;
@@ -45,9 +45,8 @@ struct AppMainAdapters {
     std::unique_ptr<MenuBar> menuBar;
 
     /// Those that fit the platform and the session, each with the headless one as the last choice. The
-    /// application object must exist, and the main actor outlives them. `midi` is a name of
-    /// `MidiSystems`.
-    [[nodiscard]] static AppMainAdapters ofThisPlatform(const QString& midi, MainActor& mainActor);
+    /// application object must exist.
+    [[nodiscard]] static AppMainAdapters ofThisPlatform();
 
     /// Those that reach nobody.
     [[nodiscard]] static AppMainAdapters headless();

@@ -28,12 +28,14 @@ MainMenu::Actions menuActions(AppMainUpdates* updates) {
 
 } // namespace
 
-AppMainComposition::AppMainComposition(const AppMainAdapters& adapters, MainActor& mainActor)
+AppMainComposition::AppMainComposition(const AppMainAdapters& adapters, MainActor& mainActor,
+                                       const QString& midiSystemName)
     : preferences(*adapters.userDefaults, *adapters.bootClock),
       presetStore(*adapters.userDefaults, preferences),
       selection(PresetSelection::load(presetStore, preferences)),
       loginItem(*adapters.loginItemService, *adapters.userDefaults, preferences),
-      midi(*adapters.midiSystem, mainActor), controller(midi, mainActor, selection.initialPreset().state),
+      midiSystem(adapters.midiSystems, preferences, midiSystemName, mainActor),
+      midi(midiSystem.systems(), mainActor), controller(midi, mainActor, selection.initialPreset().state),
       globalKeyboard(*adapters.keyboardTap, mainActor, pressedKeys),
       globalPlay(controller, globalKeyboard, preferences, AppMainAdapters::modifierNaming()),
       guardLink(*adapters.guard, mainActor, midi),
@@ -42,6 +44,7 @@ AppMainComposition::AppMainComposition(const AppMainAdapters& adapters, MainActo
       menu(*adapters.applicationVisibility, textEditing, menuActions(updates.get())),
       window({.controller = controller,
               .midi = midi,
+              .midiSystem = midiSystem,
               .globalPlay = globalPlay,
               .presets = presets,
               .launchAtLogin = launchAtLogin,

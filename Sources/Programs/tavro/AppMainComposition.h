@@ -9,6 +9,7 @@
 #include "Performance/GlobalKeyboardController.h"
 #include "Performance/GlobalPlay.h"
 #include "Performance/GuardLink.h"
+#include "Performance/MidiSystemSetting.h"
 #include "Performance/PerformanceController.h"
 #include "Preferences/AppPreferences.h"
 #include "Presets/PresetLibrary.h"
@@ -26,13 +27,15 @@ namespace tavro {
 /// Every long-lived object of the program, each behind those that it needs. The performance begins with the
 /// chosen preset; the window is not shown yet.
 struct AppMainComposition {
-    /// Both must outlive this.
-    AppMainComposition(const AppMainAdapters& adapters, MainActor& mainActor);
+    /// Both must outlive this. The name of a MIDI system stands above the stored choice; empty is none.
+    AppMainComposition(const AppMainAdapters& adapters, MainActor& mainActor,
+                       const QString& midiSystemName = {});
 
     Preferences preferences;
     PresetStore presetStore;
     PresetSelection selection;
     LoginItemController loginItem;
+    MidiSystemSetting midiSystem;
     MidiOutputManager midi;
     PerformanceController controller;
     /// The window's and the tap's.

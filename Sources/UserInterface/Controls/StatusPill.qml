@@ -8,6 +8,8 @@ Rectangle {
     property string text
     property color dot: Theme.quietText
     property real maximumWidth: 400
+    // More of it, while the pointer is over it.
+    property string tip
 
     implicitWidth: Math.min(maximumWidth, Math.ceil(label.implicitWidth) + 43)
     implicitHeight: 32
@@ -17,6 +19,16 @@ Rectangle {
     border.color: Theme.strongHairline
     Accessible.role: Accessible.StaticText
     Accessible.name: text
+    Accessible.description: tip
+
+    HoverHandler {
+        id: hover
+    }
+
+    HelpTip {
+        text: root.tip
+        isWanted: hover.hovered
+    }
 
     Rectangle {
         x: 13

@@ -38,6 +38,9 @@ public:
     ~MidiSystemAdapter() override;
 
     [[nodiscard]] MidiCreation createClient(std::string_view name, std::function<void()> onChange) override;
+
+    [[nodiscard]] bool mayComeLater() const override { return true; }
+
     [[nodiscard]] MidiCreation createOutputPort(MidiObjectRef client, std::string_view name) override;
     [[nodiscard]] MidiCreation createSource(MidiObjectRef client, std::string_view name) override;
     [[nodiscard]] std::size_t numberOfDestinations() override;

@@ -71,7 +71,8 @@ GuardProcess::GuardProcess(std::string program, std::string display)
 }
 
 GuardProcess::~GuardProcess() {
-    if (process_ >= 0) {
+    // Without a farewell the guard finds out by itself that this process has ended.
+    if (process_ >= 0 && saysFarewell_) {
         static_cast<void>(tell({&message::farewell, 1}));
         stop(farewellPatience);
     }
@@ -91,6 +92,10 @@ void GuardProcess::change(Change change) {
 
 void GuardProcess::entrustReceivers(std::vector<std::string> receivers) {
     change([&](GuardOrders& orders) { orders.receivers = std::move(receivers); });
+}
+
+void GuardProcess::withholdFarewell() {
+    saysFarewell_ = false;
 }
 
 void GuardProcess::expectBeats(bool expects) {

@@ -29,6 +29,7 @@ public:
     ~GuardProcess() override;
 
     void entrustReceivers(std::vector<std::string> receivers) override;
+    void withholdFarewell() override;
     void expectBeats(bool expects) override;
     [[nodiscard]] Deeds beat() override;
 
@@ -76,6 +77,7 @@ private:
     GuardOrders orders_;
     posix::FileDescriptor socket_;
     pid_t process_ = -1;
+    bool saysFarewell_ = true;
     bool areOrdersTold_ = false;
     /// The beat that is still to be answered.
     std::optional<Clock::time_point> unansweredSince_;

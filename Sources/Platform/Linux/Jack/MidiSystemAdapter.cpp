@@ -2,10 +2,6 @@
 
 #include "Platform/Linux/Jack/PortNames.h"
 
-#include <jack/metadata.h>
-#include <jack/midiport.h>
-#include <jack/uuid.h>
-
 #include <algorithm>
 #include <utility>
 
@@ -22,26 +18,19 @@ MidiCreation failure(jack_status_t status) {
     return {.status = -static_cast<std::int32_t>(status), .reference = 0};
 }
 
-void keepSilent(const char* /*text*/) {}
-
-std::optional<std::string> prettyName(jack_port_t* port) {
-    char* value = nullptr;
-    char* type = nullptr;
-    if (jack_get_property(jack_port_uuid(port), JACK_METADATA_PRETTY_NAME, &value, &type) != 0) {
-        return std::nullopt;
-    }
-    std::optional<std::string> name;
-    if (value != nullptr && *value != '\0') {
-        name = value;
-    }
-    jack_free(value);
-    jack_free(type);
-    return name;
-}
+/// A server that has just let a client in answers this too, on a busy machine after a while.
+constexpr std::chrono::milliseconds patienceForAPort{1000};
 
 } // namespace
 
-MidiSystemAdapter::MidiSystemAdapter(MainActor& mainActor) : mainActor_(mainActor) {}
+MidiSystemAdapter::MidiSystemAdapter(MainActor& mainActor, const MidiSystemOptions& options)
+    : mainActor_(mainActor), options_(options), calls_([this, life = std::weak_ptr(life_)] {
+          mainActor_.post([this, life] {
+              if (!life.expired()) {
+                  followChange();
+              }
+          });
+      }) {}
 
 MidiSystemAdapter::~MidiSystemAdapter() {
     disposePort(outputPortReference);
@@ -53,32 +42,29 @@ MidiCreation MidiSystemAdapter::createClient(std::string_view name, std::functio
     if (client_ != nullptr) {
         return failure(JackFailure);
     }
-    // A missing server is told by the status; libjack's own lines about it would only alarm.
-    jack_set_error_function(keepSilent);
-    jack_set_info_function(keepSilent);
-
-    auto status = jack_status_t{};
-    client_ = jack_client_open(std::string(name).c_str(), JackNoStartServer, &status);
-    if (client_ == nullptr) {
-        return failure(status == jack_status_t{} ? JackFailure : status);
+    onChange_ = std::move(onChange);
+    if (opening_ == nullptr) {
+        opening_ = std::make_unique<ClientOpening>(
+            calls_, std::string(name), options_, mainActor_, [this] { followChange(); },
+            [this] {
+                if (const auto onLoss = onLoss_) {
+                    onLoss();
+                }
+            });
     }
-    writer_ = std::make_unique<PortWriter>(*client_);
-    watch_ = std::make_unique<GraphWatch>(
-        *client_, mainActor_,
-        [this, onChange = std::move(onChange)] {
-            followRoute();
-            if (onChange) {
-                onChange();
-            }
-        },
-        [this] {
-            if (const auto onLoss = onLoss_) {
-                onLoss();
-            }
-        });
-    if (jack_activate(client_) != 0) {
+    if (!opening_->isAnswered()) {
+        return failure(static_cast<jack_status_t>(JackFailure | JackServerError));
+    }
+    auto answer = std::exchange(opening_, nullptr)->take();
+    if (answer.client == nullptr) {
+        return failure(answer.status);
+    }
+    hasLeftUnsent_ = false;
+    client_ = std::move(answer.client);
+    notices_ = std::move(answer.notices);
+    if (!client_->isServerThere()) {
         disposeClient(clientReference);
-        return failure(JackFailure);
+        return failure(JackServerError);
     }
     return {.status = 0, .reference = clientReference};
 }
@@ -96,34 +82,37 @@ MidiCreation MidiSystemAdapter::createSource(MidiObjectRef client, std::string_v
 }
 
 std::size_t MidiSystemAdapter::numberOfDestinations() {
+    if (!isConnected()) {
+        destinations_.clear();
+        return 0;
+    }
+    const auto found = std::make_shared<std::vector<Client::InputPort>>();
+    // What has no answer yet is followed by a notice, and the list by another question.
+    if (calls_.isUnanswered() ||
+        !calls_.make([found, client = client_] { *found = client->inputPortsOfOthers(); },
+                     client_->patience())) {
+        return destinations_.size();
+    }
     destinations_.clear();
-    if (isConnected()) {
-        const PortNames names(jack_get_ports(client_, nullptr, JACK_DEFAULT_MIDI_TYPE, JackPortIsInput));
-        for (const auto* const portName : names) {
-            const auto* port = jack_port_by_name(client_, portName);
-            if (port != nullptr && jack_port_is_mine(client_, port) == 0) {
-                destinations_.push_back(identifiers_.identifierOf(portName));
-            }
+    for (auto& port : *found) {
+        // A port gets the number of one that is gone, and with it whatever name that one has left behind:
+        // when this program was killed, its own.
+        if (port.prettyName == outputPort_.name || port.prettyName == source_.name) {
+            port.prettyName.reset();
         }
+        destinations_.push_back(
+            {.identifier = identifiers_.identifierOf(port.name), .displayName = std::move(port.prettyName)});
     }
     return destinations_.size();
 }
 
 MidiObjectRef MidiSystemAdapter::destination(std::size_t index) {
-    return index < destinations_.size() ? destinations_[index] : 0;
+    return index < destinations_.size() ? destinations_[index].identifier : 0;
 }
 
 std::optional<std::string> MidiSystemAdapter::displayName(MidiObjectRef destination) {
-    const auto* portName = identifiers_.portName(destination);
-    if (portName == nullptr || !isConnected()) {
-        return std::nullopt;
-    }
-    auto* port = jack_port_by_name(client_, portName->c_str());
-    const auto name = port == nullptr ? std::nullopt : prettyName(port);
-    // A port gets the number of one that is gone, and with it whatever name that one has left behind: when
-    // this program was killed, its own.
-    const auto isLeftBehind = name && (*name == outputPort_.name || *name == source_.name);
-    return isLeftBehind ? std::nullopt : name;
+    const auto found = std::ranges::find(destinations_, destination, &Destination::identifier);
+    return found == destinations_.end() ? std::nullopt : found->displayName;
 }
 
 std::optional<std::string> MidiSystemAdapter::name(MidiObjectRef destination) {
@@ -137,29 +126,25 @@ void MidiSystemAdapter::prepareRoute(MidiObjectRef outputPort, MidiObjectRef des
     }
     if (isConnected()) {
         // What was sent before still goes where it was sent to, and what has time still goes nowhere else.
-        writer_->giveUpScheduled(PortWriter::Port::output);
-        writer_->finishSending([this] { return isConnected(); });
+        client_->writer().giveUpScheduled(PortWriter::Port::output);
+        client_->writer().finishSending([this] { return isConnected(); });
     }
     route_ = destination;
-    followRoute();
-    if (isConnected()) {
-        // What is sent next must not come before the connection.
-        writer_->awaitConnections([this] { return isConnected(); });
-    }
+    const auto* const wanted = identifiers_.portName(destination);
+    connection_.leadTo(wanted == nullptr ? std::string() : *wanted);
 }
 
 void MidiSystemAdapter::send(MidiObjectRef outputPort, MidiObjectRef destination,
                              std::span<const std::uint8_t> message) {
-    if (outputPort != outputPortReference || !isConnected()) {
-        return;
+    if (outputPort == outputPortReference && isConnected()) {
+        prepareRoute(outputPort, destination);
+        connection_.send(message);
     }
-    prepareRoute(outputPort, destination);
-    writer_->send(PortWriter::Port::output, message);
 }
 
 void MidiSystemAdapter::received(MidiObjectRef source, std::span<const std::uint8_t> message) {
     if (source == sourceReference && isConnected()) {
-        writer_->send(PortWriter::Port::source, message);
+        client_->writer().send(PortWriter::Port::source, message);
     }
 }
 
@@ -170,22 +155,25 @@ std::optional<MidiTicket> MidiSystemAdapter::schedule(MidiObjectRef portOrSource
         return std::nullopt;
     }
     if (portOrSource == sourceReference) {
-        return writer_->schedule(PortWriter::Port::source, message, delay);
+        return client_->writer().schedule(PortWriter::Port::source, message, delay);
     }
     if (portOrSource != outputPortReference) {
         return std::nullopt;
     }
     prepareRoute(portOrSource, destination);
-    return writer_->schedule(PortWriter::Port::output, message, delay);
+    if (connection_.isAwaited()) {
+        return std::nullopt;
+    }
+    return client_->writer().schedule(PortWriter::Port::output, message, delay);
 }
 
 bool MidiSystemAdapter::cancel(MidiTicket ticket) {
-    return writer_ != nullptr && writer_->cancel(ticket);
+    return client_ != nullptr && client_->writer().cancel(ticket);
 }
 
 void MidiSystemAdapter::settle(MidiTicket ticket) {
-    if (writer_ != nullptr) {
-        writer_->settle(ticket);
+    if (client_ != nullptr) {
+        client_->writer().settle(ticket);
     }
 }
 
@@ -194,10 +182,10 @@ void MidiSystemAdapter::setLossHandler(std::function<void()> onLoss) {
 }
 
 std::optional<std::size_t> MidiSystemAdapter::listeners(MidiObjectRef source) {
-    if (source != sourceReference || source_.port == nullptr || !isConnected()) {
+    if (source != sourceReference || source_.port.handle == nullptr || !isConnected()) {
         return std::nullopt;
     }
-    const auto connections = jack_port_connected(source_.port);
+    const auto connections = jack_port_connected(source_.port.handle);
     return connections < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(connections));
 }
 
@@ -211,8 +199,8 @@ std::vector<std::string> MidiSystemAdapter::receivers(MidiObjectRef source, Midi
             found.push_back(std::move(words));
         }
     };
-    if (source == sourceReference && source_.port != nullptr) {
-        const PortNames connections(jack_port_get_all_connections(client_, source_.port));
+    if (source == sourceReference && source_.port.handle != nullptr) {
+        const PortNames connections(jack_port_get_all_connections(&client_->handle(), source_.port.handle));
         for (const auto* const portName : connections) {
             add(portName);
         }
@@ -225,6 +213,7 @@ std::vector<std::string> MidiSystemAdapter::receivers(MidiObjectRef source, Midi
 
 void MidiSystemAdapter::disposePort(MidiObjectRef outputPort) {
     if (outputPort == outputPortReference) {
+        connection_.close();
         disposePort(PortWriter::Port::output, outputPort_);
     }
 }
@@ -239,74 +228,76 @@ void MidiSystemAdapter::disposeClient(MidiObjectRef client) {
     if (client != clientReference || client_ == nullptr) {
         return;
     }
-    // Closing ends the server's calls, so that what they work on can go after it, and not before.
-    jack_client_close(client_);
-    client_ = nullptr;
+    connection_.close();
+    droppedBefore_ += client_->writer().droppedMessages();
+    const auto time = client_->patience();
+    notices_.reset();
     outputPort_ = {};
     source_ = {};
-    watch_.reset();
-    droppedBefore_ += writer_->droppedMessages();
-    writer_.reset();
     destinations_.clear();
     route_ = 0;
+    // The last to hold it closes it, which is to be the calls' thread.
+    calls_.makeSometime([last = std::exchange(client_, nullptr)]() mutable { last.reset(); }, time);
+}
+
+std::optional<MidiPeriod> MidiSystemAdapter::period() const {
+    if (!isConnected()) {
+        return std::nullopt;
+    }
+    return MidiPeriod{.frames = jack_get_buffer_size(&client_->handle()),
+                      .rate = jack_get_sample_rate(&client_->handle())};
 }
 
 std::uint64_t MidiSystemAdapter::droppedMessages() const {
-    return droppedBefore_ + (writer_ == nullptr ? 0 : writer_->droppedMessages());
+    return droppedBefore_ + connection_.droppedMessages() +
+           (client_ == nullptr ? 0 : client_->writer().droppedMessages());
 }
 
 bool MidiSystemAdapter::isConnected() const {
-    return client_ != nullptr && watch_->isServerThere();
+    return client_ != nullptr && client_->isServerThere();
+}
+
+void MidiSystemAdapter::followChange() {
+    connection_.follow();
+    if (const auto notify = onChange_) {
+        notify();
+    }
 }
 
 MidiCreation MidiSystemAdapter::createPort(MidiObjectRef client, std::string_view name, PortWriter::Port kind,
-                                           OwnPort& port) {
-    if (client != clientReference || !isConnected() || port.port != nullptr) {
+                                           OwnPort& own) {
+    if (client != clientReference || !isConnected() || own.port.handle != nullptr) {
         return failure(JackFailure);
     }
-    const std::string portName(name);
-    auto* const made =
-        jack_port_register(client_, portName.c_str(), JACK_DEFAULT_MIDI_TYPE, JackPortIsOutput, 0);
-    if (made == nullptr) {
+    const auto made = std::make_shared<Client::Port>();
+    const auto isAnswered = calls_.make(
+        [made, held = client_, portName = std::string(name)] { *made = held->registerPort(portName); },
+        patienceForAPort);
+    if (!isAnswered) {
+        // As if it had gone: what it may answer later is not waited for.
+        notices_->line()->announceLoss();
+        return failure(static_cast<jack_status_t>(JackFailure | JackServerError));
+    }
+    if (made->handle == nullptr) {
         return failure(JackFailure);
     }
-    port = {.port = made, .uuid = jack_port_uuid(made), .name = portName};
-    // Only for the eyes: a server without metadata shows the plain name.
-    jack_set_property(client_, port.uuid, JACK_METADATA_PRETTY_NAME, portName.c_str(), "text/plain");
-    writer_->attach(kind, *made);
+    own = {.port = *made, .name = std::string(name)};
+    client_->writer().attach(kind, *made->handle);
+    if (kind == PortWriter::Port::output) {
+        connection_.open(client_, *made->handle);
+    }
     return {};
 }
 
-void MidiSystemAdapter::disposePort(PortWriter::Port kind, OwnPort& port) {
-    if (port.port == nullptr) {
+void MidiSystemAdapter::disposePort(PortWriter::Port kind, OwnPort& own) {
+    if (own.port.handle == nullptr) {
         return;
     }
-    writer_->detach(kind, [this] { return isConnected(); });
-    // The names outlive the server, and its successor gives the port's number to another port.
-    jack_remove_property(client_, port.uuid, JACK_METADATA_PRETTY_NAME);
-    if (isConnected()) {
-        jack_port_unregister(client_, port.port);
-    }
-    port = {};
-}
-
-void MidiSystemAdapter::followRoute() {
-    if (outputPort_.port == nullptr || !isConnected()) {
-        return;
-    }
-    const auto* wanted = identifiers_.portName(route_);
-    auto isThere = false;
-    const PortNames connections(jack_port_get_all_connections(client_, outputPort_.port));
-    for (const auto* const portName : connections) {
-        if (wanted != nullptr && portName == *wanted) {
-            isThere = true;
-        } else {
-            jack_disconnect(client_, jack_port_name(outputPort_.port), portName);
-        }
-    }
-    if (wanted != nullptr && !isThere && jack_port_by_name(client_, wanted->c_str()) != nullptr) {
-        jack_connect(client_, jack_port_name(outputPort_.port), wanted->c_str());
-    }
+    // Notes on their way when the server goes are the loss of everybody.
+    hasLeftUnsent_ |= !client_->writer().detach(kind, [this] { return isConnected(); }) && isConnected();
+    calls_.makeSometime([held = client_, port = own.port] { held->unregisterPort(port); },
+                        client_->patience());
+    own = {};
 }
 
 } // namespace tavro::jack

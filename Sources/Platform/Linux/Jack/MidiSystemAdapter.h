@@ -1,9 +1,13 @@
 #pragma once
 
 #include "Concurrency/MainActor.h"
+#include "Platform/Linux/Jack/Client.h"
+#include "Platform/Linux/Jack/ClientOpening.h"
 #include "Platform/Linux/Jack/DestinationIdentifiers.h"
 #include "Platform/Linux/Jack/GraphWatch.h"
+#include "Platform/Linux/Jack/OutputConnection.h"
 #include "Platform/Linux/Jack/PortWriter.h"
+#include "Platform/Linux/Jack/ServerCalls.h"
 #include "PlatformInterfaces/MidiSystem.h"
 
 #include <chrono>
@@ -30,6 +34,14 @@ namespace tavro::jack {
 /// client, the bit of a general failure (-1) for a port that the server refused, for a second object of a
 /// kind and for a client that does not exist.
 ///
+/// What the server has to answer is asked on a thread beside, and waited for only so long: a server that does
+/// not answer holds up nobody. Then the creation of a client fails with the bits of JackServerError and is
+/// continued by the next attempt, a list of destinations is the one from before, and what was to be closed
+/// stays with the server.
+///
+/// What is sent to a destination before its connection is in force waits for that, a tenth of a second at
+/// most; what has waited in vain counts as dropped.
+///
 /// A scheduled message goes out one period after its time, as everything does, and exactly to the frame.
 /// What is scheduled when its port is disposed or its route changes is taken back and counted as dropped.
 ///
@@ -39,10 +51,13 @@ namespace tavro::jack {
 class MidiSystemAdapter final : public MidiSystem {
 public:
     /// The actor must outlive this.
-    explicit MidiSystemAdapter(MainActor& mainActor);
+    explicit MidiSystemAdapter(MainActor& mainActor, const MidiSystemOptions& options = {});
     ~MidiSystemAdapter() override;
 
     [[nodiscard]] MidiCreation createClient(std::string_view name, std::function<void()> onChange) override;
+
+    [[nodiscard]] bool mayComeLater() const override { return true; }
+
     [[nodiscard]] MidiCreation createOutputPort(MidiObjectRef client, std::string_view name) override;
     [[nodiscard]] MidiCreation createSource(MidiObjectRef client, std::string_view name) override;
     [[nodiscard]] std::size_t numberOfDestinations() override;
@@ -65,11 +80,15 @@ public:
     [[nodiscard]] std::vector<std::string> receivers(MidiObjectRef source,
                                                      MidiObjectRef destination) override;
 
+    [[nodiscard]] std::optional<MidiPeriod> period() const override;
+
     /// These two return once what was sent before has gone over the wire, or after a bounded wait.
     void disposePort(MidiObjectRef outputPort) override;
     void disposeEndpoint(MidiObjectRef source) override;
 
     void disposeClient(MidiObjectRef client) override;
+
+    [[nodiscard]] bool hasLeftUnsent() const override { return hasLeftUnsent_; }
 
     /// How many messages were accepted and could not be brought to a port. Those that were on their way when
     /// the server went are not among them: the loss tells of them.
@@ -77,30 +96,41 @@ public:
 
 private:
     struct OwnPort {
-        jack_port_t* port = nullptr;
-        jack_uuid_t uuid = 0;
+        Client::Port port;
         std::string name;
     };
 
+    struct Destination {
+        MidiObjectRef identifier;
+        std::optional<std::string> displayName;
+    };
+
     [[nodiscard]] bool isConnected() const;
+    /// The server's graph is another one, or an answer has come late.
+    void followChange();
     [[nodiscard]] MidiCreation createPort(MidiObjectRef client, std::string_view name, PortWriter::Port kind,
-                                          OwnPort& port);
-    void disposePort(PortWriter::Port kind, OwnPort& port);
-    void followRoute();
+                                          OwnPort& own);
+    void disposePort(PortWriter::Port kind, OwnPort& own);
 
     MainActor& mainActor_;
+    MidiSystemOptions options_;
     std::function<void()> onLoss_;
-    jack_client_t* client_ = nullptr;
-    std::unique_ptr<PortWriter> writer_;
-    std::unique_ptr<GraphWatch> watch_;
+    std::function<void()> onChange_;
+    std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true);
+    ServerCalls calls_;
+    std::unique_ptr<ClientOpening> opening_;
+    std::unique_ptr<GraphNotices> notices_;
+    std::shared_ptr<Client> client_;
     OwnPort outputPort_;
     OwnPort source_;
     MidiObjectRef route_ = 0;
+    OutputConnection connection_{mainActor_, calls_};
+    bool hasLeftUnsent_ = false;
     /// By the clients that are disposed.
     std::uint64_t droppedBefore_ = 0;
     DestinationIdentifiers identifiers_;
     /// As they were when their number was asked for.
-    std::vector<MidiObjectRef> destinations_;
+    std::vector<Destination> destinations_;
 };
 
 } // namespace tavro::jack

@@ -44,9 +44,8 @@ void PortWriter::attach(Port port, jack_port_t& target) {
 }
 
 void PortWriter::finishSending(const std::function<bool()>& isServerThere) {
-    const auto isTaken = [this] { return ring_.isEmpty() && !scheduled_.isSettledOneWaiting(); };
-    if (!isTaken()) {
-        waitFor(isTaken, isServerThere);
+    if (!isAllTaken()) {
+        waitFor([this] { return isAllTaken(); }, isServerThere);
         // The period that took the last message may be running still; the readers of this port run in it
         // too, and are done when the next one is over.
         waitForPeriod(finishedPeriods_.load() + 2, isServerThere);
@@ -56,17 +55,23 @@ void PortWriter::finishSending(const std::function<bool()>& isServerThere) {
     waitForPeriod(lastSend_ + 3, isServerThere);
 }
 
-void PortWriter::awaitConnections(const std::function<bool()>& isServerThere) const {
-    waitForPeriod(finishedPeriods_.load() + 2, isServerThere);
+bool PortWriter::isAllTaken() {
+    return ring_.isEmpty() && !scheduled_.isSettledOneWaiting();
 }
 
-void PortWriter::detach(Port port, const std::function<bool()>& isServerThere) {
+bool PortWriter::isServerSilent() const {
+    return silentSince_ == finishedPeriods_.load();
+}
+
+bool PortWriter::detach(Port port, const std::function<bool()>& isServerThere) {
     if (isServerThere()) {
         giveUpScheduled(port);
     }
     finishSending(isServerThere);
+    const auto isAllSent = isAllTaken();
     ports_[indexOf(port)].store(nullptr, std::memory_order_release);
     waitForPeriod(finishedPeriods_.load() + 1, isServerThere);
+    return isAllSent;
 }
 
 void PortWriter::send(Port port, std::span<const std::uint8_t> message) {
@@ -120,19 +125,26 @@ int PortWriter::process(jack_nframes_t frames) {
     return 0;
 }
 
-void PortWriter::waitForPeriod(std::uint64_t count, const std::function<bool()>& isServerThere) const {
+void PortWriter::waitForPeriod(std::uint64_t count, const std::function<bool()>& isServerThere) {
     waitFor([this, count] { return finishedPeriods_.load() >= count; }, isServerThere);
 }
 
-void PortWriter::waitFor(const std::function<bool()>& condition,
-                         const std::function<bool()>& isServerThere) const {
-    constexpr std::uint64_t patience = 8;
+void PortWriter::waitFor(const std::function<bool()>& condition, const std::function<bool()>& isServerThere) {
+    using Clock = std::chrono::steady_clock;
     const auto rate = std::max<std::uint64_t>(jack_get_sample_rate(&client_), 1);
-    const auto periods = patience * jack_get_buffer_size(&client_) * 1'000'000 / rate;
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(100) +
-                          std::chrono::microseconds(periods);
+    const std::chrono::microseconds period(jack_get_buffer_size(&client_) * std::uint64_t{1'000'000} / rate);
+    constexpr std::chrono::milliseconds lateness{100};
+    const auto end = Clock::now() + 8 * period + lateness;
+    auto periods = finishedPeriods_.load();
+    auto nextPeriodBy = Clock::now() + 2 * period + lateness;
     // The server's thread may not make a system call to wake this one, so this one looks.
-    while (!condition() && isServerThere() && std::chrono::steady_clock::now() < deadline) {
+    while (!condition() && isServerThere() && !isServerSilent() && Clock::now() < end) {
+        if (const auto now = finishedPeriods_.load(); now != periods) {
+            periods = now;
+            nextPeriodBy = Clock::now() + 2 * period + lateness;
+        } else if (Clock::now() >= nextPeriodBy) {
+            silentSince_ = periods;
+        }
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 }

@@ -35,17 +35,16 @@ public:
     /// From the next period on, messages for this port go here.
     void attach(Port port, jack_port_t& target);
 
-    /// Waits until everything sent and settled before has gone over the wire: no longer than a few periods
-    /// and a tenth of a second, and only while `isServerThere` answers true.
+    /// Waits until everything sent and settled before has gone over the wire: only while periods go on, no
+    /// longer than a few of them and a tenth of a second, and only while `isServerThere` answers true.
     void finishSending(const std::function<bool()>& isServerThere);
 
-    /// Waits, as long at most, until connections made before are in force: the server takes them over
-    /// between two periods.
-    void awaitConnections(const std::function<bool()>& isServerThere) const;
+    /// Whether no period has come since one was waited for in vain.
+    [[nodiscard]] bool isServerSilent() const;
 
     /// Gives up what is scheduled for the port, finishes sending, then gives the port up: once this returns
-    /// it can be unregistered.
-    void detach(Port port, const std::function<bool()>& isServerThere);
+    /// it can be unregistered. False when something was left that the server did not take.
+    bool detach(Port port, const std::function<bool()>& isServerThere);
 
     /// Sends one message now. One for a port that is not attached is ignored.
     void send(Port port, std::span<const std::uint8_t> message);
@@ -73,9 +72,11 @@ public:
 private:
     static constexpr std::size_t ringBytes = 16384;
 
+    /// Whether the server's thread has taken everything sent and settled.
+    [[nodiscard]] bool isAllTaken();
     int process(jack_nframes_t frames);
-    void waitFor(const std::function<bool()>& condition, const std::function<bool()>& isServerThere) const;
-    void waitForPeriod(std::uint64_t count, const std::function<bool()>& isServerThere) const;
+    void waitFor(const std::function<bool()>& condition, const std::function<bool()>& isServerThere);
+    void waitForPeriod(std::uint64_t count, const std::function<bool()>& isServerThere);
 
     jack_client_t& client_;
     MessageRing ring_{ringBytes};
@@ -85,6 +86,8 @@ private:
     std::atomic<std::uint64_t> finishedPeriods_ = 0;
     /// The count of finished periods when the last message was sent.
     std::uint64_t lastSend_ = 0;
+    /// The same when a period was waited for in vain.
+    std::optional<std::uint64_t> silentSince_;
     std::atomic<std::uint64_t> dropped_ = 0;
 };
 

@@ -4,9 +4,11 @@ import json
 import pathlib
 import unittest
 
+from harness.application import Application
 from harness.controls import ControlsTest
 from harness.recorder import Recorder
 from harness.sheets import FileDialog
+from harness.silence import PANIC
 from harness.waiting import wait_for
 from harness.windows import WindowProperties
 
@@ -36,6 +38,29 @@ class SettingsTest(ControlsTest):
         self.surface.choose("MIDI output", -2)
         self.assert_plays("d", 62)
         self.assertEqual(len(synth.messages(SYNTH_INPUT)), 2)
+
+    def test_midi_system(self):
+        self.start()
+        self.assert_plays("a", 60)
+        # From JACK, by the environment, to JACK with the period that it has.
+        self.surface.choose("MIDI system", 1)
+        self.assertEqual(self.next_messages(len(PANIC)), PANIC)
+        self.recorder.wait_for_connection()
+        self.assert_plays("s", 61)
+        self.display.tap("alt+F4")
+        self.assertEqual(self.application.program.wait_for_end(), 0)
+        self.assertEqual(self.next_messages(len(PANIC)), PANIC)
+        # What was chosen is kept, for a start that is told nothing else.
+        file = pathlib.Path(self.sandbox.environment["XDG_CONFIG_HOME"]) / "tavro/tavro.json"
+        settings = json.loads(file.read_text(encoding="utf-8"))
+        self.assertEqual(
+            (settings["TAVRO.MIDISystem.v1"], settings["TAVRO.MIDIShortPeriod.v1"]), ("jack", False)
+        )
+        del self.sandbox.environment["TAVRO_MIDI"]
+        self.application = Application(self.sandbox, self.display)
+        self.recorder.wait_for_connection()
+        self.display.tap("d")
+        self.assertEqual([message[1] for message in self.next_messages(2)], [62, 62])
 
     def test_keyboard_layout(self):
         self.start({"keyboardLayout": "QWERTY"})

@@ -63,12 +63,13 @@ BELOW = {
     "chord read-out": (200, 392),
     "between keys": (198, 465),
     "Settings": (80, 769),
-    "MIDI output": (159, 841),
-    "MIDI channel": (352, 841),
-    "keyboard layout": (563, 841),
-    "Global Play": (716, 841),
-    "record": (1059, 841),
-    "Launch at Login": (1136, 841),
+    "MIDI output": (140, 841),
+    "MIDI system": (358, 841),
+    "MIDI channel": (517, 841),
+    "keyboard layout": (701, 841),
+    "Global Play": (854, 841),
+    "record": (1069, 841),
+    "Launch at Login": (1146, 841),
 }
 # The keys of the us layout, top row first, with the place of each row's first one.
 KEY_ROWS = (

@@ -4,6 +4,10 @@ namespace tavro {
 
 // What a system offers that has no more than the plain road.
 
+void MidiSystem::beginGesture() {}
+
+void MidiSystem::endGesture() {}
+
 std::optional<MidiTicket> MidiSystem::schedule(MidiObjectRef /*portOrSource*/, MidiObjectRef /*destination*/,
                                                std::span<const std::uint8_t> /*message*/,
                                                std::chrono::nanoseconds /*delay*/) {

@@ -163,6 +163,18 @@ void MidiSystemAdapter::received(MidiObjectRef source, std::span<const std::uint
     }
 }
 
+void MidiSystemAdapter::beginGesture() {
+    if (writer_ != nullptr) {
+        writer_->beginGesture();
+    }
+}
+
+void MidiSystemAdapter::endGesture() {
+    if (writer_ != nullptr) {
+        writer_->endGesture();
+    }
+}
+
 std::optional<MidiTicket> MidiSystemAdapter::schedule(MidiObjectRef portOrSource, MidiObjectRef destination,
                                                       std::span<const std::uint8_t> message,
                                                       std::chrono::nanoseconds delay) {

@@ -30,7 +30,8 @@ namespace tavro::jack {
 /// client, the bit of a general failure (-1) for a port that the server refused, for a second object of a
 /// kind and for a client that does not exist.
 ///
-/// A scheduled message goes out one period after its time, as everything does, and exactly to the frame.
+/// A scheduled message goes out one period after its time, as everything does, and exactly to the frame; when
+/// its gesture comes late, as a whole, by the same.
 /// What is scheduled when its port is disposed or its route changes is taken back and counted as dropped.
 ///
 /// When the server goes or throws the client out, destinations become empty, sending does nothing, and the
@@ -54,6 +55,8 @@ public:
               std::span<const std::uint8_t> message) override;
     void received(MidiObjectRef source, std::span<const std::uint8_t> message) override;
 
+    void beginGesture() override;
+    void endGesture() override;
     [[nodiscard]] std::optional<MidiTicket> schedule(MidiObjectRef portOrSource, MidiObjectRef destination,
                                                      std::span<const std::uint8_t> message,
                                                      std::chrono::nanoseconds delay) override;

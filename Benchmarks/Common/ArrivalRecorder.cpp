@@ -65,6 +65,7 @@ bool ArrivalRecorder::connectSources() {
 
 int ArrivalRecorder::process(jack_nframes_t frames) {
     const auto time = jack_get_time();
+    noteLateness(time);
     const auto start = jack_last_frame_time(client_);
     periodStart_.store(start);
     std::uint16_t source = 0;
@@ -96,6 +97,20 @@ int ArrivalRecorder::process(jack_nframes_t frames) {
         ++source;
     }
     return 0;
+}
+
+void ArrivalRecorder::noteLateness(jack_time_t time) {
+    jack_nframes_t frames = 0;
+    jack_time_t expected = 0;
+    jack_time_t next = 0;
+    float period = 0;
+    if (jack_get_cycle_times(client_, &frames, &expected, &next, &period) == 0) {
+        const auto lateness = static_cast<std::int64_t>(time - expected);
+        // One that is asked for in between is one period's and no more.
+        if (lateness > lateness_.load()) {
+            lateness_.store(lateness);
+        }
+    }
 }
 
 jack_time_t ArrivalRecorder::timeInPeriod(jack_time_t delay, double part) const {

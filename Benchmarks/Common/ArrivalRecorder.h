@@ -49,6 +49,10 @@ public:
 
     [[nodiscard]] unsigned lost() const { return lost_.load(); }
 
+    /// How late the server's period began that was the latest since the last call, in microseconds after the
+    /// time at which the server itself expected it.
+    [[nodiscard]] std::int64_t takeLateness() { return lateness_.exchange(0); }
+
     [[nodiscard]] jack_nframes_t rate() const { return jack_get_sample_rate(client_); }
 
     [[nodiscard]] jack_nframes_t period() const { return jack_get_buffer_size(client_); }
@@ -62,6 +66,7 @@ public:
 
 private:
     int process(jack_nframes_t frames);
+    void noteLateness(jack_time_t time);
 
     std::vector<std::string> sources_;
     jack_client_t* client_ = nullptr;
@@ -70,6 +75,7 @@ private:
     std::atomic<jack_nframes_t> periodStart_ = 0;
     std::atomic<unsigned> xruns_ = 0;
     std::atomic<unsigned> lost_ = 0;
+    std::atomic<std::int64_t> lateness_ = 0;
 };
 
 } // namespace tavro::bench

@@ -2,16 +2,18 @@
 // in front, which repaints all of itself all the time. A second client notes where the notes arrive. Output,
 // one JSON object a line:
 //   {"ready":true,"rate":48000,"period":256}
-//   {"exact":true,"step_ms":5,"errors_us":[...],"missing":0,"xruns":0,"lost":0,"delay_us":5400.0}
+//   {"way":"exact","step_ms":5,"errors_us":[...],"missing":0,"xruns":0,"lost":0,"late_us":90,"delay_us":5400.0}
 //   {"frames":1234,"seconds":20.5,"refusals":0,"dropped":0}
 // An error is a note's place in time, counted from the place of the first note of its chord, less what was
-// planned; the delay is that of the first note, counted from the moment of the press.
-// Usage: strum_player CHORDS STEP...   (chords of each step and way; steps in milliseconds)
+// planned; the delay is that of the first note, counted from the moment of the press. The way is "exact",
+// "timers" or "bare", a client that does nothing else; late is the server's latest period meanwhile. Usage:
+// strum_player CHORDS STEP...   (chords of each step and way; steps in milliseconds)
 
 #include "Common/ArrivalRecorder.h"
 #include "Platform/Linux/Jack/MidiSystemAdapter.h"
 #include "Platform/Qt/QtMainActor.h"
 #include "Programs/tavro/AppMainComposition.h"
+#include "StrumError/BareStrum.h"
 #include "StrumError/ContinuousRepaint.h"
 #include "StrumError/StrumSession.h"
 #include "StrumError/SwitchableScheduling.h"
@@ -66,11 +68,12 @@ int play(unsigned chords, std::vector<int> steps) {
         throw std::runtime_error("the window could not be made");
     }
     bench::ContinuousRepaint repaint(*program.window.window());
-    bench::ArrivalRecorder recorder("Arrivals", {"TAVRO:TAVRO Out"});
+    bench::BareStrum bareStrum("Bare");
+    bench::ArrivalRecorder recorder("Arrivals", {"TAVRO:TAVRO Out", "Bare:out"});
     connect(recorder);
     std::cout << Json{{"ready", true}, {"rate", recorder.rate()}, {"period", recorder.period()}} << std::endl;
 
-    bench::StrumSession session({program.controller, scheduling, recorder, mainActor}, chords,
+    bench::StrumSession session({program.controller, scheduling, recorder, bareStrum, mainActor}, chords,
                                 std::move(steps));
     QElapsedTimer clock;
     clock.start();

@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <array>
 #include <iostream>
 #include <iterator>
 #include <utility>
@@ -22,11 +23,12 @@ double microseconds(jack_nframes_t frames, jack_nframes_t rate) {
 
 StrumSession::StrumSession(Collaborators collaborators, unsigned chords, std::vector<int> steps)
     : with_(collaborators) {
-    // Alternating, so that whatever else the machine does meets both ways alike.
+    // Alternating, so that whatever else the machine does meets all ways alike.
     for (auto chord = 0U; chord < chords; ++chord) {
         for (const auto step : steps) {
-            chords_.push_back({.isExact = true, .stepMilliseconds = step});
-            chords_.push_back({.isExact = false, .stepMilliseconds = step});
+            for (const auto way : {Way::exact, Way::timers, Way::bare}) {
+                chords_.push_back({.way = way, .stepMilliseconds = step});
+            }
         }
     }
 }
@@ -42,20 +44,32 @@ void StrumSession::playNext() {
         return;
     }
     const auto chord = chords_[next_++];
+    static_cast<void>(with_.recorder.takeArrivals());
+    static_cast<void>(with_.recorder.takeLateness());
+    xrunsBefore_ = with_.recorder.xruns();
+    lostBefore_ = with_.recorder.lost();
+    press(chord);
+    const auto length = std::chrono::milliseconds(chord.stepMilliseconds) * expectedNotes_;
+    after(length + std::chrono::milliseconds(100), [this, chord] { finish(chord); });
+}
+
+void StrumSession::press(const Chord& chord) {
+    if (chord.way == Way::bare) {
+        // As many notes as the chords before.
+        const auto step = static_cast<jack_nframes_t>(chord.stepMilliseconds) * with_.recorder.rate() / 1000;
+        pressFrame_ = with_.recorder.frame();
+        with_.bareStrum.play(static_cast<std::uint32_t>(expectedNotes_), step);
+        return;
+    }
     auto state = with_.controller.state();
     state.strumMilliseconds = chord.stepMilliseconds;
     with_.controller.changeState(state);
-    with_.scheduling.setExact(chord.isExact);
-    static_cast<void>(with_.recorder.takeArrivals());
-    xrunsBefore_ = with_.recorder.xruns();
-    lostBefore_ = with_.recorder.lost();
+    with_.scheduling.setExact(chord.way == Way::exact);
     pressFrame_ = with_.recorder.frame();
     with_.controller.handleKeyDown(chordKey);
     const auto& sounding = with_.controller.engine().activeNotesByKey();
     const auto notes = sounding.find(chordKey);
     expectedNotes_ = notes == sounding.end() ? 0 : notes->second.size();
-    const auto length = std::chrono::milliseconds(chord.stepMilliseconds) * expectedNotes_;
-    after(length + std::chrono::milliseconds(100), [this, chord] { finish(chord); });
 }
 
 void StrumSession::finish(const Chord& chord) {
@@ -73,12 +87,14 @@ void StrumSession::print(const Chord& chord, const std::vector<ArrivalRecorder::
         const auto planned = 1e3 * chord.stepMilliseconds * static_cast<double>(index);
         errors.push_back(microseconds(noteOns[index].frame - noteOns.front().frame, rate) - planned);
     }
-    nlohmann::ordered_json line{{"exact", chord.isExact},
+    constexpr std::array<const char*, 3> names{"exact", "timers", "bare"};
+    nlohmann::ordered_json line{{"way", names[static_cast<std::size_t>(chord.way)]},
                                 {"step_ms", chord.stepMilliseconds},
                                 {"errors_us", errors},
                                 {"missing", static_cast<long>(expectedNotes_) - std::ssize(noteOns)},
                                 {"xruns", with_.recorder.xruns() - xrunsBefore_},
-                                {"lost", with_.recorder.lost() - lostBefore_}};
+                                {"lost", with_.recorder.lost() - lostBefore_},
+                                {"late_us", with_.recorder.takeLateness()}};
     if (!noteOns.empty()) {
         line["delay_us"] = microseconds(noteOns.front().frame - pressFrame_, rate);
     }

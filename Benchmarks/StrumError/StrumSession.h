@@ -3,24 +3,27 @@
 #include "Common/ArrivalRecorder.h"
 #include "Concurrency/MainActor.h"
 #include "Performance/PerformanceController.h"
+#include "StrumError/BareStrum.h"
 #include "StrumError/SwitchableScheduling.h"
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <random>
 #include <vector>
 
 namespace tavro::bench {
 
-/// Plays strummed chords one after the other, each once with exact scheduling and once with timers, and
-/// prints where their notes arrived: see `StrumPlayer.cpp` for the output.
+/// Plays strummed chords one after the other, each once with exact scheduling, once with timers and once by a
+/// bare client, and prints where their notes arrived: see `StrumPlayer.cpp` for the output.
 class StrumSession {
 public:
     struct Collaborators {
         PerformanceController& controller;
         SwitchableScheduling& scheduling;
         ArrivalRecorder& recorder;
+        BareStrum& bareStrum;
         MainActor& mainActor;
     };
 
@@ -31,12 +34,15 @@ public:
     void start(std::function<void()> onEnd);
 
 private:
+    enum class Way : std::uint8_t { exact, timers, bare };
+
     struct Chord {
-        bool isExact;
+        Way way;
         int stepMilliseconds;
     };
 
     void playNext();
+    void press(const Chord& chord);
     void finish(const Chord& chord);
     void print(const Chord& chord, const std::vector<ArrivalRecorder::Arrival>& noteOns) const;
     void after(std::chrono::microseconds delay, MainActor::Action action);

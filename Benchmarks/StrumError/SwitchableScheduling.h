@@ -18,6 +18,10 @@ public:
     /// How many messages the inner one was asked to schedule and would not.
     [[nodiscard]] unsigned refusals() const { return refusals_; }
 
+    void beginGesture() override { inner_.beginGesture(); }
+
+    void endGesture() override { inner_.endGesture(); }
+
     std::optional<MidiTicket> schedule(MidiObjectRef portOrSource, MidiObjectRef destination,
                                        std::span<const std::uint8_t> message,
                                        std::chrono::nanoseconds delay) override {

@@ -228,6 +228,7 @@ void MidiOutputManager::send(std::span<const NoteEvent> events, std::int64_t str
     // Told once everything is out: showing a text takes many times longer than sending a note, and the next
     // note of the chord must not wait for it.
     std::optional<NoteEvent> lastSent;
+    system_->beginGesture();
     for (const auto& [event, delayMilliseconds] : MidiStrumPlanner::plan(events, strumMilliseconds)) {
         if (event.type == NoteEvent::EventType::noteOn && delayMilliseconds >= 1) {
             sendNoteOn(event, delayMilliseconds);
@@ -236,6 +237,7 @@ void MidiOutputManager::send(std::span<const NoteEvent> events, std::int64_t str
             lastSent = event;
         }
     }
+    system_->endGesture();
     if (lastSent) {
         tellNote(*lastSent);
     }

@@ -8,6 +8,10 @@ bool MidiSystem::mayComeLater() const {
     return false;
 }
 
+void MidiSystem::beginGesture() {}
+
+void MidiSystem::endGesture() {}
+
 std::optional<MidiTicket> MidiSystem::schedule(MidiObjectRef /*portOrSource*/, MidiObjectRef /*destination*/,
                                                std::span<const std::uint8_t> /*message*/,
                                                std::chrono::nanoseconds /*delay*/) {

@@ -86,6 +86,13 @@ public:
     /// Makes one message appear now at the source, for everybody who listens to it.
     virtual void received(MidiObjectRef source, std::span<const std::uint8_t> message) = 0;
 
+    /// What is sent and scheduled between these two is one gesture, as the notes of a strum are: the delays
+    /// of all of it count from one moment, the one at which its first message really goes out where the
+    /// system can tell. It may leave no sooner than at the end. A gesture follows another, never lies inside
+    /// it.
+    virtual void beginGesture();
+    virtual void endGesture();
+
     /// Takes one message that is to go out like `send` or `received` does (`destination` is 0 for the
     /// source), but after a delay, and so exactly that the main thread could not do it. Nothing, and nothing
     /// happens, when the system cannot do this, or not at the moment.

@@ -47,6 +47,14 @@ void ObservedMidiSystem::received(MidiObjectRef source, std::span<const std::uin
     tell(message);
 }
 
+void ObservedMidiSystem::beginGesture() {
+    system_.beginGesture();
+}
+
+void ObservedMidiSystem::endGesture() {
+    system_.endGesture();
+}
+
 std::optional<MidiTicket> ObservedMidiSystem::schedule(MidiObjectRef portOrSource, MidiObjectRef destination,
                                                        std::span<const std::uint8_t> message,
                                                        std::chrono::nanoseconds delay) {

@@ -33,6 +33,8 @@ public:
     void send(MidiObjectRef outputPort, MidiObjectRef destination,
               std::span<const std::uint8_t> message) override;
     void received(MidiObjectRef source, std::span<const std::uint8_t> message) override;
+    void beginGesture() override;
+    void endGesture() override;
     [[nodiscard]] std::optional<MidiTicket> schedule(MidiObjectRef portOrSource, MidiObjectRef destination,
                                                      std::span<const std::uint8_t> message,
                                                      std::chrono::nanoseconds delay) override;

@@ -7,9 +7,12 @@
 //   timed COUNT             that many note-ons at the source, at odd times; tells the server's frame time
 //                           right before and right after each: {"timed":[[before,after],...]}
 //   strum STEP COUNT        schedules that many note-ons at the source, STEP ms apart, and blocks the main
-//   thread
-//                           for 30 ms at a time until they are over; the times as for `timed`:
+//                           thread for 30 ms at a time until they are over; the times as for `timed`:
 //                           {"strum":[...]}
+//   gestures STEP COUNT     that many strums of eight note-ons, STEP ms apart, upward and downward in turns,
+//   each
+//                           a gesture at an odd time: the note is its place in the strum, the velocity the
+//                           number of the strum, from 1; {"gestures":COUNT}
 //   cancel DELAY AFTER      schedules one note-on, blocks for AFTER ms and takes it back; {"cancelled":true}
 //   hammer MS               calls about routes and destinations without a pause; {"hammered":calls}
 //   flood COUNT             that many three-byte messages at once; {"dropped":N}
@@ -86,6 +89,8 @@ public:
             sendTimed(count);
         } else if (unsigned first = 0; command == "strum" && words >> first >> count) {
             strum(std::chrono::milliseconds(first), count);
+        } else if (command == "gestures" && words >> first >> count) {
+            playGestures(std::chrono::milliseconds(first), count);
         } else if (unsigned second = 0; command == "cancel" && words >> first >> second) {
             cancel(std::chrono::milliseconds(first), std::chrono::milliseconds(second));
         } else if (command == "hammer" && words >> count) {
@@ -160,6 +165,35 @@ private:
             jack_client_close(clock);
         }
         print({{"strum", times}});
+    }
+
+    void playGestures(std::chrono::milliseconds step, std::size_t count) {
+        constexpr int notes = 8;
+        for (std::size_t number = 1; number <= count; ++number) {
+            std::vector<tavro::MidiTicket> tickets;
+            adapter_.beginGesture();
+            for (auto index = 0; index < notes; ++index) {
+                const auto note = number % 2 == 0 ? notes - 1 - index : index;
+                const std::array<std::uint8_t, 3> message{0x90, static_cast<std::uint8_t>(note),
+                                                          static_cast<std::uint8_t>(number)};
+                if (note == 0) {
+                    adapter_.received(source_.reference, message);
+                } else if (const auto ticket =
+                               adapter_.schedule(source_.reference, 0, message, note * step)) {
+                    tickets.push_back(*ticket);
+                }
+            }
+            adapter_.endGesture();
+            // Some begin while the one before is still sounding.
+            std::this_thread::sleep_for(step * (number % 3 == 0 ? 3 : notes) +
+                                        std::chrono::microseconds(3919 + 617 * (number % 13)));
+            for (const auto ticket : tickets) {
+                if (number % 3 != 0) {
+                    adapter_.settle(ticket);
+                }
+            }
+        }
+        print({{"gestures", count}});
     }
 
     void cancel(std::chrono::milliseconds delay, std::chrono::milliseconds after) {

@@ -101,7 +101,7 @@ void printArrivals(Recorder& recorder) {
         Arrival arrival{};
         std::memcpy(&arrival, message.data(), sizeof arrival);
         message.erase(message.begin(), message.begin() + sizeof arrival);
-        print({{"port", recorder.inputs[head->port].label},
+        print({{"port", recorder.inputs[head->tag].label},
                {"t_us", arrival.time},
                {"frame", arrival.frame},
                {"bytes", message}});

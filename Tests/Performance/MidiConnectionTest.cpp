@@ -124,6 +124,16 @@ TEST_F(ScheduledStrum, isHandedOverAtOnceWithItsTimes) {
                             std::pair(2U, Scheduled{Message{true, 3, {0x90, 67, 100}}, 40ms})));
 }
 
+TEST_F(ScheduledStrum, isOneGesture) {
+    using Gesture = std::vector<std::vector<std::uint8_t>>;
+    fixture.controller.handleKeyDown(U'a');
+    EXPECT_THAT(fixture.midiSystem.gestures,
+                ElementsAre(Gesture{{0x90, 60, 100}, {0x90, 64, 100}, {0x90, 67, 100}}));
+    waitFor(20ms);
+    fixture.controller.handleKeyUp(U'a');
+    EXPECT_THAT(fixture.midiSystem.gestures, ElementsAre(SizeIs(3), Gesture{{0x80, 60, 0}, {0x80, 64, 0}}));
+}
+
 TEST_F(ScheduledStrum, goesToTheChosenDestination) {
     fixture.midiSystem.destinations = {{7, "Synth", {}}};
     fixture.controller.selectDestination(7);

@@ -95,6 +95,16 @@ TEST_F(ObservedSystem, tellsACancelledMessageOnlyWhenItWasTooLate) {
     EXPECT_THAT(seen, ElementsAre(bytes(noteOn)));
 }
 
+TEST_F(ObservedSystem, handsGesturesOn) {
+    system.schedules = true;
+    observed.beginGesture();
+    observed.received(3, noteOn);
+    EXPECT_TRUE(observed.schedule(3, 0, noteOn, 20ms));
+    observed.endGesture();
+    observed.received(3, noteOn);
+    EXPECT_THAT(system.gestures, ElementsAre(std::vector{bytes(noteOn), bytes(noteOn)}));
+}
+
 TEST_F(ObservedSystem, handsNothingOverThatMayNotGoAhead) {
     system.schedules = true;
     observed.mayGoAhead = [](auto delay) { return delay <= 10ms; };

@@ -54,11 +54,22 @@ void MidiSystemAdapter::prepareRoute(MidiObjectRef outputPort, MidiObjectRef des
 
 void MidiSystemAdapter::send(MidiObjectRef /*outputPort*/, MidiObjectRef destination,
                              std::span<const std::uint8_t> message) {
+    addToGesture(message);
     record({false, destination, {message.begin(), message.end()}});
 }
 
 void MidiSystemAdapter::received(MidiObjectRef source, std::span<const std::uint8_t> message) {
+    addToGesture(message);
     record({true, source, {message.begin(), message.end()}});
+}
+
+void MidiSystemAdapter::beginGesture() {
+    isInGesture_ = true;
+    gestures.emplace_back();
+}
+
+void MidiSystemAdapter::endGesture() {
+    isInGesture_ = false;
 }
 
 std::optional<MidiTicket> MidiSystemAdapter::schedule(MidiObjectRef portOrSource, MidiObjectRef destination,
@@ -67,6 +78,7 @@ std::optional<MidiTicket> MidiSystemAdapter::schedule(MidiObjectRef portOrSource
     if (!schedules) {
         return std::nullopt;
     }
+    addToGesture(message);
     const bool isFromSource = destination == 0;
     scheduled[nextTicket_] = {
         {isFromSource, isFromSource ? portOrSource : destination, {message.begin(), message.end()}}, delay};
@@ -116,6 +128,12 @@ MidiCreation MidiSystemAdapter::create(std::int32_t status, std::string call) {
 const MidiSystemAdapter::Destination* MidiSystemAdapter::find(MidiObjectRef destination) const {
     const auto found = std::ranges::find(destinations, destination, &Destination::reference);
     return found == destinations.end() ? nullptr : &*found;
+}
+
+void MidiSystemAdapter::addToGesture(std::span<const std::uint8_t> message) {
+    if (isInGesture_) {
+        gestures.back().emplace_back(message.begin(), message.end());
+    }
 }
 
 void MidiSystemAdapter::record(const Message& message) {

@@ -55,6 +55,9 @@ public:
     /// By ticket.
     std::map<MidiTicket, Scheduled> scheduled;
 
+    /// The bytes of what was sent and scheduled in each gesture, in the order of handing over.
+    std::vector<std::vector<std::vector<std::uint8_t>>> gestures;
+
     /// Who receives, as another process would find them.
     std::vector<std::string> receiverNames;
 
@@ -85,6 +88,8 @@ public:
     void send(MidiObjectRef outputPort, MidiObjectRef destination,
               std::span<const std::uint8_t> message) override;
     void received(MidiObjectRef source, std::span<const std::uint8_t> message) override;
+    void beginGesture() override;
+    void endGesture() override;
     [[nodiscard]] std::optional<MidiTicket> schedule(MidiObjectRef portOrSource, MidiObjectRef destination,
                                                      std::span<const std::uint8_t> message,
                                                      std::chrono::nanoseconds delay) override;
@@ -114,9 +119,11 @@ private:
     [[nodiscard]] MidiCreation create(std::int32_t status, std::string call);
     [[nodiscard]] const Destination* find(MidiObjectRef destination) const;
     void record(const Message& message);
+    void addToGesture(std::span<const std::uint8_t> message);
 
     MidiObjectRef nextReference_ = 1;
     std::function<void()> onChange_;
+    bool isInGesture_ = false;
     std::function<void()> onLoss_;
     MidiTicket nextTicket_ = 1;
 };

@@ -9,23 +9,34 @@ namespace tavro::jack {
 MessageRing::MessageRing(std::size_t capacity)
     : buffer_(std::bit_ceil(capacity)), mask_(buffer_.size() - 1) {}
 
-bool MessageRing::push(std::uint32_t stamp, std::uint16_t port, std::span<const std::uint8_t> message) {
-    if (message.empty() || message.size() > longestMessage) {
-        return false;
-    }
-    const auto written = written_.load(std::memory_order_relaxed);
-    // Acquire: the reader is done with the bytes that it gave back.
-    const auto used = written - read_.load(std::memory_order_acquire);
+bool MessageRing::push(std::uint32_t stamp, std::uint16_t tag, std::span<const std::uint8_t> message) {
+    const auto isWritten = write(stamp, tag, message);
+    publish();
+    return isWritten;
+}
+
+bool MessageRing::write(std::uint32_t stamp, std::uint16_t tag, std::span<const std::uint8_t> message,
+                        std::size_t kept) {
     const auto needed = sizeof(Head) + message.size();
-    if (buffer_.size() - used < needed) {
+    if (message.empty() || message.size() > longestMessage || !hasRoom(needed + kept)) {
         return false;
     }
-    const Head head{stamp, port, static_cast<std::uint16_t>(message.size())};
-    copyIn(written, std::as_bytes(std::span(&head, 1)));
-    copyIn(written + sizeof(Head), std::as_bytes(message));
-    // Release: a reader that sees the new count sees the bytes too.
-    written_.store(written + needed, std::memory_order_release);
+    const Head head{stamp, tag, static_cast<std::uint16_t>(message.size())};
+    copyIn(end_, std::as_bytes(std::span(&head, 1)));
+    copyIn(end_ + sizeof(Head), std::as_bytes(message));
+    end_ += needed;
     return true;
+}
+
+bool MessageRing::hasRoom(std::size_t bytes) const {
+    // Acquire: the reader is done with the bytes that it gave back.
+    const auto used = end_ - read_.load(std::memory_order_acquire);
+    return bytes <= buffer_.size() - used;
+}
+
+void MessageRing::publish() {
+    // Release: a reader that sees the new count sees the bytes too.
+    written_.store(end_, std::memory_order_release);
 }
 
 std::optional<MessageRing::Head> MessageRing::front() const {
@@ -37,10 +48,13 @@ std::optional<MessageRing::Head> MessageRing::front() const {
     return head;
 }
 
+void MessageRing::peek(std::span<std::uint8_t> target) const {
+    copyOut(read_.load(std::memory_order_relaxed) + sizeof(Head), std::as_writable_bytes(target));
+}
+
 void MessageRing::pop(std::span<std::uint8_t> target) {
-    const auto read = read_.load(std::memory_order_relaxed);
-    copyOut(read + sizeof(Head), std::as_writable_bytes(target));
-    read_.store(read + sizeof(Head) + target.size(), std::memory_order_release);
+    peek(target);
+    discard();
 }
 
 void MessageRing::discard() {

@@ -148,6 +148,18 @@ void MidiSystemAdapter::received(MidiObjectRef source, std::span<const std::uint
     }
 }
 
+void MidiSystemAdapter::beginGesture() {
+    if (client_ != nullptr) {
+        client_->writer().beginGesture();
+    }
+}
+
+void MidiSystemAdapter::endGesture() {
+    if (client_ != nullptr) {
+        client_->writer().endGesture();
+    }
+}
+
 std::optional<MidiTicket> MidiSystemAdapter::schedule(MidiObjectRef portOrSource, MidiObjectRef destination,
                                                       std::span<const std::uint8_t> message,
                                                       std::chrono::nanoseconds delay) {

@@ -42,7 +42,8 @@ namespace tavro::jack {
 /// What is sent to a destination before its connection is in force waits for that, a tenth of a second at
 /// most; what has waited in vain counts as dropped.
 ///
-/// A scheduled message goes out one period after its time, as everything does, and exactly to the frame.
+/// A scheduled message goes out one period after its time, as everything does, and exactly to the frame; when
+/// its gesture comes late, as a whole, by the same.
 /// What is scheduled when its port is disposed or its route changes is taken back and counted as dropped.
 ///
 /// When the server goes or throws the client out, destinations become empty, sending does nothing, and the
@@ -69,6 +70,8 @@ public:
               std::span<const std::uint8_t> message) override;
     void received(MidiObjectRef source, std::span<const std::uint8_t> message) override;
 
+    void beginGesture() override;
+    void endGesture() override;
     [[nodiscard]] std::optional<MidiTicket> schedule(MidiObjectRef portOrSource, MidiObjectRef destination,
                                                      std::span<const std::uint8_t> message,
                                                      std::chrono::nanoseconds delay) override;

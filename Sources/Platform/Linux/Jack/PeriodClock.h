@@ -7,6 +7,11 @@
 
 namespace tavro::jack {
 
+/// Whether a stamp comes before another that lies less than half the counter away.
+[[nodiscard]] constexpr bool isBefore(std::uint32_t stamp, std::uint32_t other) {
+    return static_cast<std::int32_t>(stamp - other) < 0;
+}
+
 /// Where in the period that begins at `periodStart` an event belongs that was handed over at `stamp`: one
 /// period after it, so that every event is late by the same time. A stamp that would fall outside the
 /// period is moved to its nearest frame, and no event comes before `earliest`, the offset of the one before

@@ -44,6 +44,9 @@ void PortWriter::attach(Port port, jack_port_t& target) {
 }
 
 void PortWriter::finishSending(const std::function<bool()>& isServerThere) {
+    if (depth_ > 0) {
+        handover_.flush();
+    }
     if (!isAllTaken()) {
         waitFor([this] { return isAllTaken(); }, isServerThere);
         // The period that took the last message may be running still; the readers of this port run in it
@@ -74,15 +77,29 @@ bool PortWriter::detach(Port port, const std::function<bool()>& isServerThere) {
     return isAllSent;
 }
 
+void PortWriter::beginGesture() {
+    if (depth_++ == 0) {
+        handover_.begin(jack_frame_time(&client_));
+    }
+}
+
+void PortWriter::endGesture() {
+    if (depth_ == 0 || --depth_ > 0) {
+        return;
+    }
+    lastSend_ = finishedPeriods_.load();
+    handover_.end();
+}
+
 void PortWriter::send(Port port, std::span<const std::uint8_t> message) {
     if (ports_[indexOf(port)].load(std::memory_order_relaxed) == nullptr) {
         return;
     }
-    lastSend_ = finishedPeriods_.load();
-    const auto stamp = scheduled_.stampAfterSettled(jack_frame_time(&client_));
-    if (!ring_.push(stamp, static_cast<std::uint16_t>(port), message)) {
+    beginGesture();
+    if (!handover_.send(static_cast<std::uint16_t>(port), message)) {
         dropped_.fetch_add(1, std::memory_order_relaxed);
     }
+    endGesture();
 }
 
 std::optional<MidiTicket> PortWriter::schedule(Port port, std::span<const std::uint8_t> message,
@@ -93,7 +110,10 @@ std::optional<MidiTicket> PortWriter::schedule(Port port, std::span<const std::u
     if (!frames || ports_[indexOf(port)].load(std::memory_order_relaxed) == nullptr) {
         return std::nullopt;
     }
-    return scheduled_.add(jack_frame_time(&client_) + *frames, static_cast<std::uint16_t>(port), message);
+    beginGesture();
+    const auto ticket = handover_.schedule(static_cast<std::uint16_t>(port), message, *frames);
+    endGesture();
+    return ticket;
 }
 
 bool PortWriter::cancel(MidiTicket ticket) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/Jack/MessageHandover.h"
 #include "Platform/Linux/Jack/MessageMerge.h"
 #include "Platform/Linux/Jack/MessageRing.h"
 #include "Platform/Linux/Jack/ScheduledMessages.h"
@@ -46,12 +47,18 @@ public:
     /// it can be unregistered. False when something was left that the server did not take.
     bool detach(Port port, const std::function<bool()>& isServerThere);
 
+    /// What is sent and scheduled between these two is one gesture of the moment at which it began, and
+    /// leaves when it has ended. What comes outside of them is a gesture each. They may be nested: the outer
+    /// ones count.
+    void beginGesture();
+    void endGesture();
+
     /// Sends one message now. One for a port that is not attached is ignored.
     void send(Port port, std::span<const std::uint8_t> message);
 
-    /// Sends one message after a delay, exactly to the frame. Nothing when it is empty or longer than
-    /// `ScheduledMessages::longestMessage`, when too many wait, when the delay is of hours, and when the port
-    /// is not attached.
+    /// Sends one message after a delay, exactly to the frame, counted from where the gesture really comes.
+    /// Nothing when it is empty or longer than `ScheduledMessages::longestMessage`, when too many wait, when
+    /// the delay is of hours, and when the port is not attached.
     [[nodiscard]] std::optional<MidiTicket> schedule(Port port, std::span<const std::uint8_t> message,
                                                      std::chrono::nanoseconds delay);
 
@@ -81,7 +88,10 @@ private:
     jack_client_t& client_;
     MessageRing ring_{ringBytes};
     ScheduledMessages scheduled_;
+    MessageHandover handover_{ring_, scheduled_};
     MessageMerge merge_{ring_, scheduled_};
+    /// How many gestures have begun and not ended.
+    unsigned depth_ = 0;
     std::array<std::atomic<jack_port_t*>, PeriodTarget::portCount> ports_{};
     std::atomic<std::uint64_t> finishedPeriods_ = 0;
     /// The count of finished periods when the last message was sent.

@@ -1,5 +1,7 @@
 #include "Platform/Linux/Jack/ScheduledMessages.h"
 
+#include "Platform/Linux/Jack/PeriodClock.h"
+
 #include <algorithm>
 #include <bit>
 
@@ -8,22 +10,23 @@ namespace tavro::jack {
 namespace {
 
 // Everything that the two threads have to agree about is one word: the phase, the number of the message,
-// which tells it from all others that had the same place, and its stamp.
+// which tells it from all others that had the same place, and its stamp, or its delay while it is waiting for
+// the gesture to begin.
 using State = std::uint64_t;
 
-enum class Phase : std::uint8_t { free, scheduled, playing };
+enum class Phase : std::uint8_t { free, waiting, scheduled, playing };
 
 constexpr int phaseBits = 2;
-constexpr int stampShift = 32;
+constexpr int timeShift = 32;
 constexpr int indexBits = std::bit_width(ScheduledMessages::capacity - 1);
 // A ticket is the number and the place.
 constexpr int numberBits = 32 - indexBits;
 constexpr std::uint32_t numberMask = (std::uint32_t{1} << numberBits) - 1;
-static_assert(phaseBits + numberBits <= stampShift);
+static_assert(phaseBits + numberBits <= timeShift);
 static_assert(std::has_single_bit(ScheduledMessages::capacity));
 
-constexpr State stateOf(Phase phase, std::uint32_t number, std::uint32_t stamp) {
-    return static_cast<State>(phase) | State{number} << phaseBits | State{stamp} << stampShift;
+constexpr State stateOf(Phase phase, std::uint32_t number, std::uint32_t time) {
+    return static_cast<State>(phase) | State{number} << phaseBits | State{time} << timeShift;
 }
 
 constexpr Phase phaseOf(State state) {
@@ -34,12 +37,12 @@ constexpr std::uint32_t numberOf(State state) {
     return static_cast<std::uint32_t>(state >> phaseBits) & numberMask;
 }
 
-constexpr std::uint32_t stampOf(State state) {
-    return static_cast<std::uint32_t>(state >> stampShift);
+constexpr std::uint32_t timeOf(State state) {
+    return static_cast<std::uint32_t>(state >> timeShift);
 }
 
 constexpr State withPhase(State state, Phase phase) {
-    return stateOf(phase, numberOf(state), stampOf(state));
+    return stateOf(phase, numberOf(state), timeOf(state));
 }
 
 constexpr MidiTicket ticketOf(std::uint32_t number, std::size_t index) {
@@ -55,30 +58,26 @@ constexpr bool isAlive(State state, MidiTicket ticket) {
     return numberOf(state) == ticket >> indexBits && phaseOf(state) != Phase::free;
 }
 
-constexpr bool isBefore(std::uint32_t stamp, std::uint32_t other) {
-    return static_cast<std::int32_t>(stamp - other) < 0;
-}
-
 constexpr bool isOlder(std::uint32_t number, std::uint32_t other) {
     return ((number - other) & numberMask) > numberMask / 2;
 }
 
 constexpr bool isFirst(State state, State other) {
-    return stampOf(state) == stampOf(other) ? isOlder(numberOf(state), numberOf(other))
-                                            : isBefore(stampOf(state), stampOf(other));
+    return timeOf(state) == timeOf(other) ? isOlder(numberOf(state), numberOf(other))
+                                          : isBefore(timeOf(state), timeOf(other));
 }
 
 } // namespace
 
 std::uint32_t ScheduledMessages::Due::stamp() const {
-    return stampOf(state_);
+    return timeOf(state_);
 }
 
 ScheduledMessages::ScheduledMessages() {
     settled_.reserve(capacity);
 }
 
-std::optional<MidiTicket> ScheduledMessages::add(std::uint32_t stamp, std::uint16_t port,
+std::optional<MidiTicket> ScheduledMessages::add(std::uint32_t delay, std::uint16_t port,
                                                  std::span<const std::uint8_t> message) {
     if (message.empty() || message.size() > longestMessage) {
         return std::nullopt;
@@ -96,21 +95,21 @@ std::optional<MidiTicket> ScheduledMessages::add(std::uint32_t stamp, std::uint1
     const auto number = nextNumber_;
     nextNumber_ = (nextNumber_ + 1) & numberMask;
     used_.fetch_add(1, std::memory_order_relaxed);
-    // Release: who sees it scheduled sees the message and the count too.
-    slot->state.store(stateOf(Phase::scheduled, number, stamp), std::memory_order_release);
+    // Release: who sees it waiting sees the message and the count too.
+    slot->state.store(stateOf(Phase::waiting, number, delay), std::memory_order_release);
     return ticketOf(number, static_cast<std::size_t>(slot - slots_.begin()));
 }
 
 bool ScheduledMessages::cancel(MidiTicket ticket) {
     auto& slot = slots_[indexOf(ticket)];
     auto state = slot.state.load(std::memory_order_relaxed);
-    if (!isAlive(state, ticket)) {
-        return false;
-    }
-    state = withPhase(state, Phase::scheduled);
-    if (slot.state.compare_exchange_strong(state, withPhase(state, Phase::free), std::memory_order_relaxed)) {
-        used_.fetch_sub(1, std::memory_order_relaxed);
-        return true;
+    // Again where it fails: the message may just have begun, and can be taken back all the same.
+    while (isAlive(state, ticket) && phaseOf(state) != Phase::playing) {
+        if (slot.state.compare_exchange_weak(state, withPhase(state, Phase::free),
+                                             std::memory_order_relaxed)) {
+            used_.fetch_sub(1, std::memory_order_relaxed);
+            return true;
+        }
     }
     settle(ticket);
     return false;
@@ -118,7 +117,7 @@ bool ScheduledMessages::cancel(MidiTicket ticket) {
 
 void ScheduledMessages::settle(MidiTicket ticket) {
     if (isAlive(slots_[indexOf(ticket)].state.load(std::memory_order_relaxed), ticket)) {
-        settled_.push_back(ticket);
+        settled_.push_back({.ticket = ticket, .isOrdered = false});
     }
 }
 
@@ -129,21 +128,23 @@ std::size_t ScheduledMessages::cancelAll(std::uint16_t port) {
         const auto state = slot.state.load(std::memory_order_relaxed);
         const auto ticket = ticketOf(numberOf(state), index);
         if (phaseOf(state) != Phase::free && slot.message.port == port &&
-            std::ranges::find(settled_, ticket) == settled_.end() && cancel(ticket)) {
+            std::ranges::find(settled_, ticket, &Settled::ticket) == settled_.end() && cancel(ticket)) {
             ++count;
         }
     }
     return count;
 }
 
-std::uint32_t ScheduledMessages::stampAfterSettled(std::uint32_t now) {
+std::optional<MidiTicket> ScheduledMessages::unorderedSettled() {
     dropPlayed();
-    auto stamp = now;
-    for (const auto ticket : settled_) {
-        const auto settled = stampOf(slots_[indexOf(ticket)].state.load(std::memory_order_relaxed));
-        stamp = isBefore(stamp, settled) ? settled : stamp;
+    const auto found = std::ranges::find(settled_, false, &Settled::isOrdered);
+    return found == settled_.end() ? std::nullopt : std::optional(found->ticket);
+}
+
+void ScheduledMessages::setOrdered(MidiTicket ticket) {
+    for (auto& settled : settled_) {
+        settled.isOrdered = settled.isOrdered || settled.ticket == ticket;
     }
-    return stamp;
 }
 
 bool ScheduledMessages::isSettledOneWaiting() {
@@ -152,10 +153,30 @@ bool ScheduledMessages::isSettledOneWaiting() {
 }
 
 void ScheduledMessages::dropPlayed() {
-    std::erase_if(settled_, [this](MidiTicket ticket) {
+    std::erase_if(settled_, [this](const Settled& settled) {
         // Acquire: what was written for the message before its release comes before what the caller does.
-        return !isAlive(slots_[indexOf(ticket)].state.load(std::memory_order_acquire), ticket);
+        const auto state = slots_[indexOf(settled.ticket)].state.load(std::memory_order_acquire);
+        return !isAlive(state, settled.ticket);
     });
+}
+
+void ScheduledMessages::start(MidiTicket last, std::uint32_t stamp) {
+    const auto lastNumber = last >> indexBits;
+    for (auto& slot : slots_) {
+        auto state = slot.state.load(std::memory_order_relaxed);
+        if (phaseOf(state) == Phase::waiting && !isOlder(lastNumber, numberOf(state))) {
+            // Who fails was quicker in taking it back.
+            slot.state.compare_exchange_strong(
+                state, stateOf(Phase::scheduled, numberOf(state), stamp + timeOf(state)),
+                std::memory_order_relaxed);
+        }
+    }
+}
+
+std::optional<std::uint32_t> ScheduledMessages::stampOf(MidiTicket ticket) const {
+    const auto state = slots_[indexOf(ticket)].state.load(std::memory_order_relaxed);
+    const auto hasBegun = isAlive(state, ticket) && phaseOf(state) != Phase::waiting;
+    return hasBegun ? std::optional(timeOf(state)) : std::nullopt;
 }
 
 std::optional<ScheduledMessages::Due> ScheduledMessages::earliest(std::uint32_t lastStamp) const {
@@ -165,7 +186,7 @@ std::optional<ScheduledMessages::Due> ScheduledMessages::earliest(std::uint32_t 
     }
     for (std::size_t index = 0; index < capacity; ++index) {
         const auto state = slots_[index].state.load(std::memory_order_relaxed);
-        if (phaseOf(state) == Phase::scheduled && !isBefore(lastStamp, stampOf(state)) &&
+        if (phaseOf(state) == Phase::scheduled && !isBefore(lastStamp, timeOf(state)) &&
             (!found || isFirst(state, found->state_))) {
             found.emplace();
             found->index_ = index;

@@ -14,8 +14,9 @@ namespace tavro::jack {
 
 /// Short messages that wait for their time between one thread, which adds them and may take them back, and
 /// one other, which plays them. Neither ever waits for the other: a message that both want at the same time
-/// goes to exactly one of them. Stamps count frames and wrap around; two that are compared lie less than
-/// half the counter apart.
+/// goes to exactly one of them. A message is added with a delay, and due once the second thread has told from
+/// when on that counts. Stamps count frames and wrap around; two that are compared lie less than half the
+/// counter apart.
 class ScheduledMessages {
 public:
     static constexpr std::size_t capacity = 128;
@@ -43,7 +44,7 @@ public:
     // First thread.
 
     /// Nothing when every place is taken, and when the message is empty or longer than `longestMessage`.
-    [[nodiscard]] std::optional<MidiTicket> add(std::uint32_t stamp, std::uint16_t port,
+    [[nodiscard]] std::optional<MidiTicket> add(std::uint32_t delay, std::uint16_t port,
                                                 std::span<const std::uint8_t> message);
 
     /// True when the message is gone and will not be played. False when it was played, or when the second
@@ -56,13 +57,24 @@ public:
     /// Takes back every message for the port that is not settled. Returns how many those were.
     std::size_t cancelAll(std::uint16_t port);
 
-    /// The stamp for what is sent at `now`: no less than that of a settled message that is not played yet.
-    [[nodiscard]] std::uint32_t stampAfterSettled(std::uint32_t now);
+    /// A settled message that is not played yet and was not named to `setOrdered`; nothing when there is
+    /// none.
+    [[nodiscard]] std::optional<MidiTicket> unorderedSettled();
+
+    /// The second thread is going to be told of this settled message before all that comes now.
+    void setOrdered(MidiTicket ticket);
 
     /// Whether a settled message is not played yet.
     [[nodiscard]] bool isSettledOneWaiting();
 
     // Second thread.
+
+    /// The delays of this message and of all that were added before it and have not begun yet count from this
+    /// stamp.
+    void start(MidiTicket last, std::uint32_t stamp);
+
+    /// When the message is due; nothing when it is over or has not begun.
+    [[nodiscard]] std::optional<std::uint32_t> stampOf(MidiTicket ticket) const;
 
     /// The message with the least stamp up to this one, the one added first among equals; nothing when no
     /// message is due.
@@ -85,6 +97,11 @@ private:
         Message message{};
     };
 
+    struct Settled {
+        MidiTicket ticket;
+        bool isOrdered;
+    };
+
     void dropPlayed();
 
     std::array<Slot, capacity> slots_;
@@ -92,7 +109,7 @@ private:
     std::atomic<std::size_t> used_ = 0;
     /// First thread only.
     std::uint32_t nextNumber_ = 0;
-    std::vector<MidiTicket> settled_;
+    std::vector<Settled> settled_;
     static_assert(std::atomic<std::uint64_t>::is_always_lock_free);
 };
 

@@ -33,9 +33,9 @@ TEST(MessageRing, GivesBackWhatWasPutInInOrder) {
     ASSERT_TRUE(ring.push(17, 1, Bytes{0x90, 60, 100}));
     ASSERT_TRUE(ring.push(18, 0, Bytes{0xF8}));
     EXPECT_FALSE(ring.isEmpty());
-    EXPECT_EQ(ring.front(), (MessageRing::Head{.stamp = 17, .port = 1, .size = 3}));
+    EXPECT_EQ(ring.front(), (MessageRing::Head{.stamp = 17, .tag = 1, .size = 3}));
     EXPECT_EQ(take(ring), (Bytes{0x90, 60, 100}));
-    EXPECT_EQ(ring.front(), (MessageRing::Head{.stamp = 18, .port = 0, .size = 1}));
+    EXPECT_EQ(ring.front(), (MessageRing::Head{.stamp = 18, .tag = 0, .size = 1}));
     EXPECT_EQ(take(ring), (Bytes{0xF8}));
     EXPECT_TRUE(ring.isEmpty());
 }
@@ -92,6 +92,42 @@ TEST(MessageRing, MessagesSurviveTheEndOfTheBuffer) {
     }
 }
 
+TEST(MessageRing, WhatIsWrittenIsSeenTogetherOnceItIsPublished) {
+    MessageRing ring(64);
+    ASSERT_TRUE(ring.write(1, 0, Bytes{1}));
+    ASSERT_TRUE(ring.write(2, 0, Bytes{2}));
+    EXPECT_TRUE(ring.isEmpty());
+    EXPECT_EQ(ring.front(), std::nullopt);
+    ring.publish();
+    EXPECT_EQ(take(ring), (Bytes{1}));
+    EXPECT_EQ(take(ring), (Bytes{2}));
+    EXPECT_TRUE(ring.isEmpty());
+}
+
+TEST(MessageRing, RoomThatIsKeptStaysFree) {
+    MessageRing ring(32);
+    EXPECT_TRUE(ring.hasRoom(32));
+    EXPECT_FALSE(ring.hasRoom(33));
+    ASSERT_FALSE(ring.write(1, 0, Bytes(8, 1), 17));
+    ASSERT_TRUE(ring.write(1, 0, Bytes(8, 1), 16));
+    EXPECT_TRUE(ring.hasRoom(16));
+    EXPECT_FALSE(ring.hasRoom(17));
+    ASSERT_TRUE(ring.write(2, 0, Bytes(8, 2)));
+    EXPECT_FALSE(ring.hasRoom(1));
+    ring.publish();
+    EXPECT_EQ(take(ring), Bytes(8, 1));
+    EXPECT_TRUE(ring.hasRoom(16));
+}
+
+TEST(MessageRing, PeekingDoesNotTake) {
+    MessageRing ring(64);
+    ASSERT_TRUE(ring.push(1, 0, Bytes{1, 2, 3}));
+    Bytes bytes(3);
+    ring.peek(bytes);
+    EXPECT_EQ(bytes, (Bytes{1, 2, 3}));
+    EXPECT_EQ(take(ring), (Bytes{1, 2, 3}));
+}
+
 TEST(MessageRing, TwoThreadsLoseNothing) {
     constexpr std::uint32_t count = 20000;
     MessageRing ring(256);
@@ -113,7 +149,7 @@ TEST(MessageRing, TwoThreadsLoseNothing) {
             continue;
         }
         const Bytes expected(1 + number % 5, static_cast<std::uint8_t>(number));
-        const auto isRight = head->stamp == number && head->port == number % 2;
+        const auto isRight = head->stamp == number && head->tag == number % 2;
         wrong += isRight && take(ring) == expected ? 0 : 1;
         if (!isRight) {
             ring.discard();

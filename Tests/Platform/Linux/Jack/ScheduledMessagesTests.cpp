@@ -32,9 +32,11 @@ Bytes play(ScheduledMessages& messages, std::uint32_t stamp) {
     return bytes;
 }
 
+/// Its delay is running already.
 MidiTicket add(ScheduledMessages& messages, std::uint32_t stamp, const Bytes& bytes, std::uint16_t port = 0) {
     const auto ticket = messages.add(stamp, port, bytes);
     EXPECT_TRUE(ticket.has_value());
+    messages.start(ticket.value_or(0), 0);
     return ticket.value_or(0);
 }
 
@@ -51,6 +53,43 @@ TEST(ScheduledMessages, MessageIsDueFromItsStampOn) {
     EXPECT_EQ(bytesOf(*message), (Bytes{0x90, 60, 1}));
     messages.release(*due);
     EXPECT_FALSE(messages.earliest(1000));
+}
+
+TEST(ScheduledMessages, DelayCountsFromTheStampAtWhichItBegins) {
+    ScheduledMessages messages;
+    const auto ticket = messages.add(30, 0, Bytes{1});
+    ASSERT_TRUE(ticket);
+    EXPECT_FALSE(messages.earliest(1000));
+    EXPECT_EQ(messages.stampOf(*ticket), std::nullopt);
+    messages.start(*ticket, last - 9);
+    EXPECT_EQ(messages.stampOf(*ticket), 20U);
+    EXPECT_FALSE(messages.earliest(19));
+    EXPECT_EQ(play(messages, 20), (Bytes{1}));
+    EXPECT_EQ(messages.stampOf(*ticket), std::nullopt);
+}
+
+TEST(ScheduledMessages, BeginWithAllThatWereAddedBeforeAndWait) {
+    ScheduledMessages messages;
+    const auto first = messages.add(1, 0, Bytes{1});
+    const auto second = messages.add(2, 0, Bytes{2});
+    const auto third = messages.add(3, 0, Bytes{3});
+    ASSERT_TRUE(first && second && third);
+    messages.start(*second, 100);
+    messages.start(*third, 200);
+    EXPECT_EQ(messages.stampOf(*first), 101U);
+    EXPECT_EQ(messages.stampOf(*second), 102U);
+    EXPECT_EQ(messages.stampOf(*third), 203U);
+}
+
+TEST(ScheduledMessages, MessageThatHasNotBegunCanBeCancelledAndNeverBegins) {
+    ScheduledMessages messages;
+    const auto first = messages.add(1, 0, Bytes{1});
+    const auto second = messages.add(2, 0, Bytes{2});
+    ASSERT_TRUE(first && second);
+    EXPECT_TRUE(messages.cancel(*first));
+    messages.start(*second, 100);
+    EXPECT_EQ(play(messages, 200), (Bytes{2}));
+    EXPECT_FALSE(messages.earliest(200));
 }
 
 TEST(ScheduledMessages, ComeInTheOrderOfTheirStampsAndThenOfAdding) {
@@ -167,28 +206,26 @@ TEST(ScheduledMessages, MessagePutBackCanBeCancelled) {
     EXPECT_FALSE(messages.earliest(100));
 }
 
-TEST(ScheduledMessages, NothingIsStampedBeforeASettledMessageThatWaits) {
+TEST(ScheduledMessages, SettledOnesAreToldUntilTheyArePlayedOrOrdered) {
     ScheduledMessages messages;
     const auto first = add(messages, 10, {1});
     const auto second = add(messages, 20, {2});
-    EXPECT_EQ(messages.stampAfterSettled(5), 5U);
+    const auto third = add(messages, 30, {3});
+    EXPECT_EQ(messages.unorderedSettled(), std::nullopt);
     messages.settle(first);
-    EXPECT_EQ(messages.stampAfterSettled(5), 10U);
-    EXPECT_EQ(messages.stampAfterSettled(15), 15U);
     messages.settle(second);
-    EXPECT_EQ(messages.stampAfterSettled(5), 20U);
+    messages.settle(third);
+    EXPECT_EQ(messages.unorderedSettled(), first);
+    EXPECT_EQ(play(messages, 10), (Bytes{1}));
+    EXPECT_EQ(messages.unorderedSettled(), second);
+    messages.setOrdered(second);
+    EXPECT_EQ(messages.unorderedSettled(), third);
+    messages.setOrdered(third);
+    EXPECT_EQ(messages.unorderedSettled(), std::nullopt);
     EXPECT_TRUE(messages.isSettledOneWaiting());
-    EXPECT_EQ(play(messages, 20), (Bytes{1}));
     EXPECT_EQ(play(messages, 20), (Bytes{2}));
+    EXPECT_EQ(play(messages, 30), (Bytes{3}));
     EXPECT_FALSE(messages.isSettledOneWaiting());
-    EXPECT_EQ(messages.stampAfterSettled(5), 5U);
-}
-
-TEST(ScheduledMessages, SettledStampMayLieBehindTheWrap) {
-    ScheduledMessages messages;
-    messages.settle(add(messages, 3, {1}));
-    EXPECT_EQ(messages.stampAfterSettled(last - 1), 3U);
-    EXPECT_EQ(messages.stampAfterSettled(4), 4U);
 }
 
 TEST(ScheduledMessages, MessageThatWasTakenWhileItWasCancelledIsSettled) {
@@ -199,7 +236,7 @@ TEST(ScheduledMessages, MessageThatWasTakenWhileItWasCancelledIsSettled) {
     ASSERT_NE(messages.take(*due), nullptr);
     ASSERT_FALSE(messages.cancel(ticket));
     messages.putBack(*due);
-    EXPECT_EQ(messages.stampAfterSettled(0), 10U);
+    EXPECT_EQ(messages.unorderedSettled(), ticket);
     // It has been promised to be heard.
     EXPECT_EQ(messages.cancelAll(0), 0U);
     EXPECT_EQ(play(messages, 10), (Bytes{1}));

@@ -23,11 +23,16 @@ TEST(ScheduledMessagesOfTwoThreads, EachMessageIsCancelledOrPlayedOnce) {
     // The counter wraps on the way.
     std::atomic<std::uint32_t> clock = last - count / 8;
     std::atomic<bool> isOver = false;
+    // The last that is to begin, as a ring brings it; all of them can be told from none.
+    std::atomic<std::uint64_t> lastPlusOne = 0;
     std::vector<unsigned> played(count);
     std::thread server([&] {
         std::minstd_rand random(1);
         const auto playDue = [&] {
             const auto now = clock.load();
+            if (const auto started = lastPlusOne.load(); started != 0) {
+                messages.start(static_cast<MidiTicket>(started - 1), now);
+            }
             while (const auto due = messages.earliest(now)) {
                 const auto* const message = messages.take(*due);
                 if (message == nullptr) {
@@ -46,6 +51,8 @@ TEST(ScheduledMessagesOfTwoThreads, EachMessageIsCancelledOrPlayedOnce) {
             clock.fetch_add(1);
             playDue();
         }
+        // The first looks for those that have not begun.
+        playDue();
         clock.fetch_add(1000);
         playDue();
     });
@@ -68,8 +75,9 @@ TEST(ScheduledMessagesOfTwoThreads, EachMessageIsCancelledOrPlayedOnce) {
     for (std::uint32_t number = 0; number < count;) {
         const Bytes bytes{static_cast<std::uint8_t>(number), static_cast<std::uint8_t>(number >> 8U),
                           static_cast<std::uint8_t>(number >> 16U)};
-        const auto ahead = static_cast<std::uint32_t>(random() % 16);
-        if (const auto ticket = messages.add(clock.load() + ahead, 0, bytes)) {
+        const auto delay = static_cast<std::uint32_t>(random() % 16);
+        if (const auto ticket = messages.add(delay, 0, bytes)) {
+            lastPlusOne.store(std::uint64_t{*ticket} + 1);
             open.emplace_back(*ticket, number++);
         } else {
             ++refused;

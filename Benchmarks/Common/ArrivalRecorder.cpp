@@ -67,6 +67,7 @@ int ArrivalRecorder::process(jack_nframes_t frames) {
     const auto time = jack_get_time();
     noteLateness(time);
     const auto start = jack_last_frame_time(client_);
+    noteAbsences(start, frames);
     periodStart_.store(start);
     std::uint16_t source = 0;
     for (auto* const port : ports_) {
@@ -97,6 +98,16 @@ int ArrivalRecorder::process(jack_nframes_t frames) {
         ++source;
     }
     return 0;
+}
+
+void ArrivalRecorder::noteAbsences(jack_nframes_t start, jack_nframes_t frames) {
+    // A clock that goes back has left nothing out.
+    const auto passed = static_cast<std::int32_t>(start - periodStart_.load());
+    const auto length = static_cast<std::int32_t>(frames);
+    if (hasBegun_ && passed > length) {
+        absences_.fetch_add(static_cast<unsigned>(passed / length - 1));
+    }
+    hasBegun_ = true;
 }
 
 void ArrivalRecorder::noteLateness(jack_time_t time) {

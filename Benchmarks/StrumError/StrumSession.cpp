@@ -48,6 +48,7 @@ void StrumSession::playNext() {
     static_cast<void>(with_.recorder.takeLateness());
     xrunsBefore_ = with_.recorder.xruns();
     lostBefore_ = with_.recorder.lost();
+    absencesBefore_ = with_.recorder.absences();
     press(chord);
     const auto length = std::chrono::milliseconds(chord.stepMilliseconds) * expectedNotes_;
     after(length + std::chrono::milliseconds(100), [this, chord] { finish(chord); });
@@ -94,6 +95,7 @@ void StrumSession::print(const Chord& chord, const std::vector<ArrivalRecorder::
                                 {"missing", static_cast<long>(expectedNotes_) - std::ssize(noteOns)},
                                 {"xruns", with_.recorder.xruns() - xrunsBefore_},
                                 {"lost", with_.recorder.lost() - lostBefore_},
+                                {"absences", with_.recorder.absences() - absencesBefore_},
                                 {"late_us", with_.recorder.takeLateness()}};
     if (!noteOns.empty()) {
         line["delay_us"] = microseconds(noteOns.front().frame - pressFrame_, rate);

@@ -58,6 +58,7 @@ private:
     std::size_t expectedNotes_ = 0;
     unsigned xrunsBefore_ = 0;
     unsigned lostBefore_ = 0;
+    unsigned absencesBefore_ = 0;
 };
 
 } // namespace tavro::bench

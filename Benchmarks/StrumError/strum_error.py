@@ -71,9 +71,12 @@ def main():
         f"{summary['frames'] / summary['seconds']:.0f} frames a second; {len(sound)} chords, "
         f"{len(chords) - len(sound)} more left out for xruns; {load()} at the end\n"
     )
-    print_table("error, ms", [row(sound, step, way) for step in arguments.steps for way in WAYS])
     if arguments.raw:
         arguments.raw.write_text(json.dumps(chords), encoding="utf-8")
+    kinds = [(step, way) for step in arguments.steps for way in WAYS]
+    if any(not any((chord["step_ms"], chord["way"]) == kind for chord in sound) for kind in kinds):
+        raise SystemExit("every chord of some kind met an xrun: the machine is too busy for figures")
+    print_table("error, ms", [row(sound, step, way) for step, way in kinds])
 
 
 if __name__ == "__main__":

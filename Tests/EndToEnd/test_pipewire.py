@@ -34,10 +34,10 @@ class PipeWireTest(PipeWireStageTest, ControlsTest):
     def test_ports_have_their_names_for_everybody(self):
         self.start()
         self.assertLessEqual({SOURCE, OUTPUT}, set(self.server.ports()))
-        ports = self.server.midi_ports()
+        ports = self.server.directions()
         own = {name: direction for name, direction in ports.items() if name.startswith("TAVRO")}
         self.assertEqual(own, {SOURCE: "output", OUTPUT: "output"})
-        # Whoever wants to be led to somebody was asked for it.
+        # Nothing is chosen, and nobody but who asked for it is connected.
         self.assertEqual(self.server.led_from(OUTPUT), set())
         self.assertEqual(self.server.led_from(SOURCE), {"Recorder:from 1"})
         self.assert_plays("a", 60)

@@ -84,14 +84,13 @@ class PipeWireSession:
         """As programs that speak JACK see them."""
         return self._sandbox.run(tool("jack_lsp")).stdout.splitlines()
 
-    def midi_ports(self):
-        """As PipeWire's own programs see them: each one's direction."""
+    def directions(self):
+        """Of the ports, as PipeWire's own programs see them."""
         nodes = {node["id"]: node["info"]["props"]["node.name"] for node in self._objects("Node")}
         found = {}
         for port in self._objects("Port"):
             properties = port["info"]["props"]
-            if "midi" in properties.get("format.dsp", ""):
-                found[f"{nodes[properties['node.id']]}:{properties['port.name']}"] = port["info"]["direction"]
+            found[f"{nodes[properties['node.id']]}:{properties['port.name']}"] = port["info"]["direction"]
         return found
 
     def links(self):

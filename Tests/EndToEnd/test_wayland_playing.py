@@ -67,6 +67,19 @@ class WaylandPlayingTest(WaylandStageTest):
         self.keyboard.release("s")
         self.assert_played(("off", "s"))
 
+    def test_repeats_do_not_end_a_note_of_hold(self):
+        self.session.let_keys_repeat(delay=20, rate=100)
+        self.play()
+        self.click("hold")
+        self.keyboard.press("s")
+        self.assert_played(("on", "s"))
+        for number in range(CLICKS):
+            self.click("key d")
+            self.assert_played(("off" if number % 2 else "on", "d"))
+        self.keyboard.release("s")
+        self.keyboard.tap("s")
+        self.assert_played(("off", "s"))
+
     def test_shift_plays_the_same_note(self):
         self.play()
         self.keyboard.press("Shift_L", "a")

@@ -1,5 +1,6 @@
 // Writes what arrives at JACK MIDI ports, one JSON object a line:
 //   {"ready":true,"rate":48000,"period":256}
+//   {"rate":48000,"period":256}                                       whenever one of them changed
 //   {"port":"TAVRO:TAVRO Out","connections":["TAVRO:TAVRO Out"]}      whenever the connections changed
 //   {"port":"TAVRO:TAVRO Out","made":1}                               whenever it has made its connection
 //   {"port":"TAVRO:TAVRO Out","t_us":123,"frame":456,"bytes":[144,60,100]}
@@ -24,6 +25,7 @@
 #include <deque>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <poll.h>
@@ -170,10 +172,14 @@ bool open(Recorder& recorder, const std::string& name) {
     return true;
 }
 
+Json clockOf(const Recorder& recorder) {
+    return {{"rate", jack_get_sample_rate(recorder.client)},
+            {"period", jack_get_buffer_size(recorder.client)}};
+}
+
 void record(Recorder& recorder) {
-    print({{"ready", true},
-           {"rate", jack_get_sample_rate(recorder.client)},
-           {"period", jack_get_buffer_size(recorder.client)}});
+    auto clock = clockOf(recorder);
+    print({{"ready", true}, {"rate", clock["rate"]}, {"period", clock["period"]}});
     auto xruns = 0U;
     auto standardInput = pollfd{.fd = STDIN_FILENO, .events = POLLIN, .revents = 0};
     while (isEnded == 0 && recorder.isServerThere.load()) {
@@ -186,6 +192,10 @@ void record(Recorder& recorder) {
         }
         printArrivals(recorder);
         followConnections(recorder);
+        if (auto now = clockOf(recorder); now != clock) {
+            clock = std::move(now);
+            print(clock);
+        }
         if (const auto now = recorder.xruns.load(); now != xruns) {
             xruns = now;
             print({{"xruns", xruns}});

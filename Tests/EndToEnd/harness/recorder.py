@@ -30,6 +30,15 @@ class Recorder:
     def wait_for_connection(self, port=SOURCE):
         wait_for(lambda: self.connections(port), f"a connection at {port}")
 
+    def wait_for_clock(self, **wanted):
+        """Waits until the server's "rate" or "period" is this."""
+
+        def look():
+            last = [line for line in self.program.objects if "period" in line][-1]
+            return all(last[key] == value for key, value in wanted.items())
+
+        wait_for(look, lambda: f"{wanted} from {self.program.name}")
+
     def xruns(self):
         return max((line["xruns"] for line in self.program.objects if "xruns" in line), default=0)
 

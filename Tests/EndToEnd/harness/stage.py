@@ -19,9 +19,12 @@ class StageTest(EndToEndTest):
 
     def setUp(self):
         super().setUp()
-        self.server = JackServer(self.sandbox, waits=self.SERVER_WAITS)
+        self.server = self.start_server()
         self.display = Display(self.sandbox, self.SCREEN, self.SCREENS)
         self.recorder = Recorder(self.sandbox)
+
+    def start_server(self):
+        return JackServer(self.sandbox, waits=self.SERVER_WAITS)
 
     def play(self, state=None, files=()):
         self.application = Application(self.sandbox, self.display, state, files=files)

@@ -7,8 +7,10 @@ from .sandbox import tool
 from .waiting import wait_for
 
 # Nothing of a user's or a distribution's settings, and no X server behind the windows' backs.
-SETTINGS = """xwayland disable
-output * resolution 1600x1200 position 0 0
+WIDTH, HEIGHT = 1600, 1200
+SETTINGS = f"""xwayland disable
+output * resolution {WIDTH}x{HEIGHT} position 0 0
+default_border none
 seat * hide_cursor 0
 """
 
@@ -70,6 +72,15 @@ class WaylandSession:
 
     def wait_for_window(self, title):
         return wait_for(lambda: self.windows(title), f"a window with the title {title}")[0]
+
+    def let_keys_repeat(self, delay, rate):
+        """After so many milliseconds, and so often in a second."""
+        self._ask(f"input type:keyboard repeat_delay {delay}")
+        self._ask(f"input type:keyboard repeat_rate {rate}")
+
+    def give_keyboard(self, window):
+        """Brings a window to the front, as its user would."""
+        self._ask(f"[con_id={window['id']}] focus")
 
     def close(self, window):
         """Asks a window to close, as its user would."""

@@ -6,6 +6,7 @@ import sys
 import unittest
 
 from kernel import Kernel
+from seeds import VARIABLE, seed
 
 NO_SEQUENCER = -2
 NO_PERMISSION = -13
@@ -13,7 +14,7 @@ FAILURE_CHECK = "creation_fails_with_a_status_and_stays_silent"
 
 SCRIPT = """
 echo "== sequencer"
-"{proof}"
+{environment}"{proof}"
 echo "== no permission"
 "{proof}" --fails {no_permission} --as 65534
 echo "== no sequencer"
@@ -32,8 +33,15 @@ def path_from(variable):
 
 def run_inside(proof):
     """Runs everything in one machine. Returns the lines that each section of the script wrote."""
-    script = SCRIPT.format(proof=proof, no_permission=NO_PERMISSION, no_sequencer=NO_SEQUENCER)
-    result = Kernel(path_from("TAVRO_KERNEL_CACHE")).run(script, timeout=150)
+    # The program has fixed seeds of its own.
+    chosen = seed(None)
+    script = SCRIPT.format(
+        environment="" if chosen is None else f"{VARIABLE}={chosen} ",
+        proof=proof,
+        no_permission=NO_PERMISSION,
+        no_sequencer=NO_SEQUENCER,
+    )
+    result = Kernel(path_from("TAVRO_KERNEL_CACHE")).run(script, timeout=400)
     sections = {}
     lines = sections.setdefault("", [])
     for line in result.output.splitlines():

@@ -25,7 +25,9 @@ std::vector<Check> allChecks() {
     std::vector<Check> checks;
     for (auto part :
          {tavro::proof::sourceChecks(), tavro::proof::destinationChecks(), tavro::proof::listChecks(),
-          tavro::proof::vanishingChecks(), tavro::proof::foreignProgramChecks()}) {
+          tavro::proof::vanishingChecks(), tavro::proof::strumChecks(), tavro::proof::strumRouteChecks(),
+          tavro::proof::queueChecks(), tavro::proof::livePlayerChecks(),
+          tavro::proof::foreignProgramChecks()}) {
         checks.insert(checks.end(), part.begin(), part.end());
     }
     return checks;

@@ -23,6 +23,18 @@ std::vector<Check> listChecks();
 /// Destinations that vanish, return or are taken by others while notes sound.
 std::vector<Check> vanishingChecks();
 
+/// Strums whose notes wait in the sequencer's queue, and what takes them back.
+std::vector<Check> strumChecks();
+
+/// Strums whose way changes while they are played.
+std::vector<Check> strumRouteChecks();
+
+/// The queue itself: how many wait, what must not overtake them, and that it rests.
+std::vector<Check> queueChecks();
+
+/// Whole scripts, by the player in a process of its own.
+std::vector<Check> livePlayerChecks();
+
 /// What other programs of the system see: aseqdump and aconnect.
 std::vector<Check> foreignProgramChecks();
 

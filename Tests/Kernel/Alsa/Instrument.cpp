@@ -7,7 +7,7 @@
 
 namespace tavro::proof {
 
-alsa::PortAddress Instrument::source() const {
+alsa::PortAddress Instrument::source() {
     // Asked of the sequencer by name, as another program finds it.
     snd_seq_t* sequencer = nullptr;
     if (snd_seq_open(&sequencer, "default", SND_SEQ_OPEN_OUTPUT, 0) < 0) {

@@ -17,7 +17,7 @@ public:
     [[nodiscard]] alsa::MidiSystemAdapter& adapter() { return adapter_; }
 
     /// Where "TAVRO Out" stands; throws when the sequencer has none.
-    [[nodiscard]] alsa::PortAddress source() const;
+    [[nodiscard]] static alsa::PortAddress source();
 
     /// The entry of the manager's list with this number; null without one.
     [[nodiscard]] const MidiDestination* listed(MidiObjectRef number) const;

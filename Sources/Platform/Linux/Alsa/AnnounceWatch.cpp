@@ -9,10 +9,9 @@
 
 namespace tavro::alsa {
 
-AnnounceWatch::AnnounceWatch(snd_seq_t& sequencer, MainActor& mainActor, DestinationIdentifiers& identifiers,
+AnnounceWatch::AnnounceWatch(snd_seq_t& sequencer, MainActor& mainActor, Followers followers,
                              std::function<void()> onChange)
-    : sequencer_(sequencer), mainActor_(mainActor), identifiers_(identifiers),
-      onChange_(std::move(onChange)) {}
+    : sequencer_(sequencer), mainActor_(mainActor), tell_(followers), onChange_(std::move(onChange)) {}
 
 AnnounceWatch::~AnnounceWatch() = default;
 
@@ -36,7 +35,7 @@ std::int32_t AnnounceWatch::start() {
     notifier_ = std::make_unique<QSocketNotifier>(descriptor.fd, QSocketNotifier::Read);
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(),
                      [this] { takeNotices(); });
-    return 0;
+    return port;
 }
 
 bool AnnounceWatch::takeNotices() {
@@ -45,14 +44,17 @@ bool AnnounceWatch::takeNotices() {
         snd_seq_event_t* event = nullptr;
         const auto status = snd_seq_event_input(&sequencer_, &event);
         if (status >= 0 && event != nullptr) {
-            // Any program may write to the port; only the sequencer's own notices count.
-            if (event->source.client == SND_SEQ_CLIENT_SYSTEM) {
+            // Any program may write to the ports; only the sequencer's own notices and the own marks count.
+            if (const auto mark = tell_.queue.markOf(*event)) {
+                tell_.scheduled.markHasCome(*mark);
+            } else if (event->source.client == SND_SEQ_CLIENT_SYSTEM) {
                 note(*event);
                 hasCome = true;
             }
         } else if (status == -ENOSPC) {
             // Notices were lost, and with them who has gone.
-            identifiers_.allMayHaveGone();
+            tell_.identifiers.allMayHaveGone();
+            tell_.scheduled.marksWereLost();
             hasCome = true;
         } else if (status != -EINTR) {
             if (status != -EAGAIN && notifier_ != nullptr) {
@@ -71,9 +73,9 @@ bool AnnounceWatch::takeNotices() {
 void AnnounceWatch::note(const snd_seq_event_t& event) {
     const auto& address = event.data.addr;
     if (event.type == SND_SEQ_EVENT_CLIENT_EXIT) {
-        identifiers_.clientHasGone(address.client);
+        tell_.identifiers.clientHasGone(address.client);
     } else if (event.type == SND_SEQ_EVENT_PORT_EXIT) {
-        identifiers_.portHasGone({address.client, address.port});
+        tell_.identifiers.portHasGone({address.client, address.port});
     }
 }
 

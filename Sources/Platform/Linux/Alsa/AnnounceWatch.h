@@ -2,6 +2,8 @@
 
 #include "Concurrency/MainActor.h"
 #include "Platform/Linux/Alsa/DestinationIdentifiers.h"
+#include "Platform/Linux/Alsa/ScheduledEvents.h"
+#include "Platform/Linux/Alsa/SequencerQueue.h"
 
 #include <cstdint>
 #include <functional>
@@ -14,23 +16,29 @@ class QSocketNotifier;
 namespace tavro::alsa {
 
 /// Listens to the port at which the sequencer tells about clients, ports and connections that come, go and
-/// change. Needs Qt's event loop. Main thread only.
+/// change, and takes the marks of the queue on the way. Needs Qt's event loop. Main thread only.
 class AnnounceWatch {
 public:
-    /// The handle is open for input, does not block, and is read by nobody else. `identifiers` is told what
-    /// has gone, at the moment at which the notice is taken. `onChange` is called later, once for notices
-    /// that come in a row, and never after this was destroyed.
-    AnnounceWatch(snd_seq_t& sequencer, MainActor& mainActor, DestinationIdentifiers& identifiers,
+    /// Who is told, at the moment at which a notice is taken, and must outlive this.
+    struct Followers {
+        DestinationIdentifiers& identifiers;
+        const SequencerQueue& queue;
+        ScheduledEvents& scheduled;
+    };
+
+    /// The handle is open for input, does not block, and is read by nobody else. `onChange` is called later,
+    /// once for notices that come in a row, and never after this was destroyed.
+    AnnounceWatch(snd_seq_t& sequencer, MainActor& mainActor, Followers followers,
                   std::function<void()> onChange);
     ~AnnounceWatch();
 
     AnnounceWatch(const AnnounceWatch&) = delete;
     AnnounceWatch& operator=(const AnnounceWatch&) = delete;
 
-    /// Makes the port that listens. 0, or the negative error number of the sequencer.
+    /// Makes the port that listens. Its number, or the negative error number of the sequencer.
     [[nodiscard]] std::int32_t start();
 
-    /// Takes the notices that have come so far. True when there were any.
+    /// Takes what has come so far. True when there were notices.
     bool takeNotices();
 
 private:
@@ -39,7 +47,7 @@ private:
 
     snd_seq_t& sequencer_;
     MainActor& mainActor_;
-    DestinationIdentifiers& identifiers_;
+    Followers tell_;
     std::function<void()> onChange_;
     std::unique_ptr<QSocketNotifier> notifier_;
     bool isAnnounced_ = false;

@@ -15,6 +15,16 @@ MidiCreation failure(int status) {
     return {.status = status, .reference = 0};
 }
 
+/// From the port to the destination, or to all who listen to the port.
+void address(snd_seq_event_t& event, int port, std::optional<PortAddress> destination) {
+    snd_seq_ev_set_source(&event, static_cast<unsigned char>(port));
+    if (destination) {
+        snd_seq_ev_set_dest(&event, destination->client, destination->port);
+    } else {
+        snd_seq_ev_set_subs(&event);
+    }
+}
+
 void keepSilent(const char* /*file*/, int /*line*/, const char* /*function*/, int /*error*/,
                 const char* /*format*/, ...) {}
 
@@ -37,22 +47,27 @@ MidiCreation MidiSystemAdapter::createClient(std::string_view name, std::functio
         return failure(status);
     }
     sequencer_.reset(opened);
-    watch_ = std::make_unique<AnnounceWatch>(*opened, mainActor_, identifiers_,
-                                             [this, onChange = std::move(onChange)] {
-                                                 refresh();
-                                                 if (onChange) {
-                                                     onChange();
-                                                 }
-                                             });
+    queue_ = std::make_unique<SequencerQueue>(*opened, [this] { watch_->takeNotices(); });
+    scheduled_ = std::make_unique<ScheduledEvents>(*queue_);
+    watch_ = std::make_unique<AnnounceWatch>(
+        *opened, mainActor_,
+        AnnounceWatch::Followers{.identifiers = identifiers_, .queue = *queue_, .scheduled = *scheduled_},
+        [this, onChange = std::move(onChange)] {
+            refresh();
+            followRoute();
+            if (onChange) {
+                onChange();
+            }
+        });
     status = snd_seq_set_client_name(opened, std::string(name).c_str());
     if (status >= 0) {
         status = watch_->start();
     }
     if (status < 0) {
-        watch_.reset();
-        sequencer_.reset();
+        close();
         return failure(status);
     }
+    queue_->open(status);
     identifiers_.allMayHaveGone();
     return {.status = 0, .reference = static_cast<MidiObjectRef>(snd_seq_client_id(opened))};
 }
@@ -87,8 +102,19 @@ std::optional<std::string> MidiSystemAdapter::name(MidiObjectRef destination) {
     return port == nullptr ? std::nullopt : std::optional(port->portName);
 }
 
-void MidiSystemAdapter::prepareRoute(MidiObjectRef /*outputPort*/, MidiObjectRef /*destination*/) {
-    // Every message carries its destination; there is no connection to make.
+void MidiSystemAdapter::prepareRoute(MidiObjectRef outputPort, MidiObjectRef destination) {
+    if (!outputPort_ || numberOf(*outputPort_) != outputPort || destination == route_) {
+        return;
+    }
+    // What has time still goes nowhere else, and what was sent before where it was sent to.
+    dropped_ +=
+        scheduled_->giveUp([&](const snd_seq_event_t& event) { return event.source.port == *outputPort_; });
+    scheduled_->finish();
+    if (const auto* const port = identifiers_.port(route_)) {
+        snd_seq_disconnect_to(sequencer_.get(), *outputPort_, port->address.client, port->address.port);
+    }
+    route_ = destination;
+    followRoute();
 }
 
 void MidiSystemAdapter::send(MidiObjectRef outputPort, MidiObjectRef destination,
@@ -106,6 +132,39 @@ void MidiSystemAdapter::send(MidiObjectRef outputPort, MidiObjectRef destination
 void MidiSystemAdapter::received(MidiObjectRef source, std::span<const std::uint8_t> message) {
     if (source_ && numberOf(*source_) == source) {
         deliver(*source_, std::nullopt, message);
+    }
+}
+
+std::optional<MidiTicket> MidiSystemAdapter::schedule(MidiObjectRef portOrSource, MidiObjectRef destination,
+                                                      std::span<const std::uint8_t> message,
+                                                      std::chrono::nanoseconds delay) {
+    std::optional<int> from;
+    if (source_ && numberOf(*source_) == portOrSource) {
+        from = source_;
+    } else if (outputPort_ && numberOf(*outputPort_) == portOrSource) {
+        watch_->takeNotices();
+        prepareRoute(portOrSource, destination);
+        if (followRoute()) {
+            from = outputPort_;
+        }
+    }
+    std::vector<snd_seq_event_t> events;
+    const auto isWhole =
+        encoder_.encode(message, [&](const snd_seq_event_t& event) { events.push_back(event); });
+    if (!from || !isWhole || events.size() != 1 || snd_seq_ev_is_variable(&events.front())) {
+        return std::nullopt;
+    }
+    address(events.front(), *from, std::nullopt);
+    return scheduled_->schedule(events.front(), delay);
+}
+
+bool MidiSystemAdapter::cancel(MidiTicket ticket) {
+    return scheduled_ != nullptr && scheduled_->cancel(ticket);
+}
+
+void MidiSystemAdapter::settle(MidiTicket ticket) {
+    if (scheduled_ != nullptr) {
+        scheduled_->settle(ticket);
     }
 }
 
@@ -133,7 +192,10 @@ std::vector<std::string> MidiSystemAdapter::receivers(MidiObjectRef source, Midi
 }
 
 void MidiSystemAdapter::disposePort(MidiObjectRef outputPort) {
-    disposePort(outputPort, outputPort_);
+    if (outputPort_ && numberOf(*outputPort_) == outputPort) {
+        disposePort(outputPort, outputPort_);
+        route_ = 0;
+    }
 }
 
 void MidiSystemAdapter::disposeEndpoint(MidiObjectRef source) {
@@ -144,16 +206,32 @@ void MidiSystemAdapter::disposeClient(MidiObjectRef client) {
     if (sequencer_ == nullptr || client != static_cast<MidiObjectRef>(snd_seq_client_id(sequencer_.get()))) {
         return;
     }
-    watch_.reset();
-    sequencer_.reset();
+    dropped_ += scheduled_->giveUp([](const snd_seq_event_t& /*event*/) { return true; });
+    scheduled_->finish();
+    dropped_ = droppedMessages();
+    close();
     outputPort_.reset();
     source_.reset();
+    route_ = 0;
     destinations_.clear();
+}
+
+std::uint64_t MidiSystemAdapter::droppedMessages() const {
+    return dropped_ + (queue_ == nullptr ? 0 : queue_->lost());
 }
 
 MidiObjectRef MidiSystemAdapter::numberOf(int port) const {
     const auto client = snd_seq_client_id(sequencer_.get());
     return PortAddress{static_cast<std::uint8_t>(client), static_cast<std::uint8_t>(port)}.number();
+}
+
+bool MidiSystemAdapter::followRoute() {
+    if (!outputPort_ || !identifiers_.isThere(route_)) {
+        return false;
+    }
+    const auto to = identifiers_.port(route_)->address;
+    return isConnected(*sequencer_, *outputPort_, to) ||
+           snd_seq_connect_to(sequencer_.get(), *outputPort_, to.client, to.port) >= 0;
 }
 
 MidiCreation MidiSystemAdapter::createPort(MidiObjectRef client, std::string_view name, unsigned capabilities,
@@ -176,6 +254,9 @@ MidiCreation MidiSystemAdapter::createPort(MidiObjectRef client, std::string_vie
 
 void MidiSystemAdapter::disposePort(MidiObjectRef reference, std::optional<int>& port) {
     if (port && numberOf(*port) == reference) {
+        dropped_ +=
+            scheduled_->giveUp([&](const snd_seq_event_t& event) { return event.source.port == *port; });
+        scheduled_->finish();
         snd_seq_delete_simple_port(sequencer_.get(), *port);
         port.reset();
     }
@@ -202,20 +283,29 @@ void MidiSystemAdapter::refresh() {
 void MidiSystemAdapter::deliver(int port, std::optional<PortAddress> destination,
                                 std::span<const std::uint8_t> message) {
     const auto isWhole = encoder_.encode(message, [&](snd_seq_event_t& event) {
-        snd_seq_ev_set_source(&event, static_cast<unsigned char>(port));
-        if (destination) {
-            snd_seq_ev_set_dest(&event, destination->client, destination->port);
-        } else {
-            snd_seq_ev_set_subs(&event);
-        }
-        snd_seq_ev_set_direct(&event);
-        if (snd_seq_event_output_direct(sequencer_.get(), &event) < 0) {
+        address(event, port, destination);
+        if (!goOut(event)) {
             ++dropped_;
         }
     });
     if (!isWhole) {
         ++dropped_;
     }
+}
+
+bool MidiSystemAdapter::goOut(snd_seq_event_t& event) {
+    if (scheduled_->isHolding()) {
+        return scheduled_->addBehind(event);
+    }
+    snd_seq_ev_set_direct(&event);
+    return snd_seq_event_output_direct(sequencer_.get(), &event) >= 0;
+}
+
+void MidiSystemAdapter::close() {
+    watch_.reset();
+    scheduled_.reset();
+    queue_.reset();
+    sequencer_.reset();
 }
 
 } // namespace tavro::alsa

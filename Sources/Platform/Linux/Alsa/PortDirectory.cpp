@@ -92,4 +92,15 @@ std::vector<PortAddress> listListeners(snd_seq_t& sequencer, int port) {
     }
 }
 
+bool isConnected(snd_seq_t& sequencer, int port, PortAddress destination) {
+    const snd_seq_addr_t own{.client = static_cast<unsigned char>(snd_seq_client_id(&sequencer)),
+                             .port = static_cast<unsigned char>(port)};
+    const snd_seq_addr_t other{.client = destination.client, .port = destination.port};
+    snd_seq_port_subscribe_t* connection = nullptr;
+    snd_seq_port_subscribe_alloca(&connection);
+    snd_seq_port_subscribe_set_sender(connection, &own);
+    snd_seq_port_subscribe_set_dest(connection, &other);
+    return snd_seq_get_port_subscription(&sequencer, connection) >= 0;
+}
+
 } // namespace tavro::alsa

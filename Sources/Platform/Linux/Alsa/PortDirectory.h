@@ -19,4 +19,7 @@ namespace tavro::alsa {
 /// Who has subscribed to the port.
 [[nodiscard]] std::vector<PortAddress> listListeners(snd_seq_t& sequencer, int port);
 
+/// Whether one of the handle's own ports is connected to another port.
+[[nodiscard]] bool isConnected(snd_seq_t& sequencer, int port, PortAddress destination);
+
 } // namespace tavro::alsa

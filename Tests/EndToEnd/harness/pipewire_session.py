@@ -39,7 +39,7 @@ class PipeWireSession:
     """A PipeWire of the test's own with a session manager and without devices. Whatever in the sandbox speaks JACK
     speaks to it."""
 
-    def __init__(self, sandbox):
+    def __init__(self, sandbox, starts=True):
         self._sandbox = sandbox
         LoginSession(sandbox)
         for name, content in SETTINGS.items():
@@ -48,7 +48,8 @@ class PipeWireSession:
             file.write_text(content)
         # Elsewhere there is an ALSA sequencer too, which the program would prefer.
         sandbox.environment |= {"LD_LIBRARY_PATH": self._libraries(), "TAVRO_MIDI": "jack"}
-        self.start()
+        if starts:
+            self.start()
 
     def _libraries(self):
         """Where PipeWire's own libjack is: the wrapper for JACK's programs knows."""

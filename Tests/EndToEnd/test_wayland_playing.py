@@ -57,6 +57,7 @@ class WaylandPlayingTest(WaylandStageTest):
     def test_held_key_plays_once_however_long_it_repeats(self):
         self.session.let_keys_repeat(delay=20, rate=100)
         self.play()
+        self.wait_for_pointer()
         self.keyboard.press("s")
         # It is the toolkit that repeats, between all else that it does: a mouse plays meanwhile for much longer
         # than the first repeat takes.
@@ -70,6 +71,7 @@ class WaylandPlayingTest(WaylandStageTest):
     def test_repeats_do_not_end_a_note_of_hold(self):
         self.session.let_keys_repeat(delay=20, rate=100)
         self.play()
+        self.wait_for_pointer()
         self.click("hold")
         self.keyboard.press("s")
         self.assert_played(("on", "s"))

@@ -43,14 +43,21 @@ class WaylandStageTest(EndToEndTest):
         self.wait_for_keyboard()
 
     def wait_for_keyboard(self):
-        """Waits until the keys go to the program's window, by typing one until it has done so; what that plays
-        counts for nothing."""
+        """Waits until the keys go to the program's window."""
+        self._wait_for_notes(lambda: self.keyboard.tap("a"))
 
-        def plays(key):
-            self.keyboard.tap(key)
-            return any(message[1] == PLAYING_KEYS[key].note for message in self.recorder.messages()[self._seen :])
+    def wait_for_pointer(self):
+        """The same of the mouse."""
+        self._wait_for_notes(lambda: self.click("key a"))
 
-        wait_for(lambda: plays("a"), "a note of the window")
+    def _wait_for_notes(self, play):
+        """Plays until that has done something; what it did counts for nothing."""
+
+        def plays():
+            play()
+            return len(self.recorder.messages()) > self._seen
+
+        wait_for(plays, "a note of the window")
         # Behind all that were typed before.
         self.keyboard.tap("s")
         end = [0x80, PLAYING_KEYS["s"].note, 0]

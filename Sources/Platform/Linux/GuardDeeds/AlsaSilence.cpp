@@ -11,6 +11,8 @@ namespace tavro::guard {
 namespace {
 
 void sendPanic(snd_seq_t& sequencer, int from, const snd_seq_addr_t& to) {
+    // The kernel opens a MIDI device for a connection, and throws away what comes without one.
+    snd_seq_connect_to(&sequencer, from, to.client, to.port);
     for (const auto& message : panicMessages()) {
         snd_seq_event_t event{};
         snd_seq_ev_set_source(&event, static_cast<unsigned char>(from));

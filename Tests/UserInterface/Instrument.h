@@ -61,15 +61,15 @@ public:
 
     VirtualMainActor actor;
     headless::MidiSystemAdapter system;
+    headless::UserDefaultsAdapter defaults;
+    headless::BootClockAdapter bootClock;
+    Preferences preferences{defaults, bootClock};
+    MidiSystemSetting midiSystem{midiSystems(), preferences, {}, actor};
     MidiOutputManager midi{system, actor};
     PerformanceController controller;
     headless::KeyboardTapAdapter tap;
     std::shared_ptr<PressedKeys> pressedKeys = std::make_shared<PressedKeys>();
     GlobalKeyboardController globalKeyboard{tap, actor, pressedKeys};
-    headless::UserDefaultsAdapter defaults;
-    headless::BootClockAdapter bootClock;
-    Preferences preferences{defaults, bootClock};
-    MidiSystemSetting midiSystem{midiSystems(), preferences, {}, actor};
     GlobalPlay globalPlay{controller, globalKeyboard, preferences, ModifierNaming::words};
     PresetStore presetStore{defaults, preferences};
     PresetLibrary presets{controller, presetStore, defaults, [] {}, {}};

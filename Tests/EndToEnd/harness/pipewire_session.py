@@ -5,6 +5,7 @@ from .login_session import LoginSession
 from .sandbox import tool
 from .waiting import wait_for
 
+LONG_PERIOD = "8192/48000"
 SETTINGS = {
     # PipeWire goes on without the clients that got no time in a period, and what was in that period is lost: long
     # ones, of so many frames, so that this is seldom on a busy machine.
@@ -46,8 +47,13 @@ class PipeWireSession:
             file = pathlib.Path(sandbox.environment["XDG_CONFIG_HOME"]) / name
             file.parent.mkdir(parents=True)
             file.write_text(content)
-        # Elsewhere there is an ALSA sequencer too, which the program would prefer.
-        sandbox.environment |= {"LD_LIBRARY_PATH": self._libraries(), "TAVRO_MIDI": "jack"}
+        # Elsewhere there is an ALSA sequencer too, which the program would prefer; and it would ask for a short
+        # period.
+        sandbox.environment |= {
+            "LD_LIBRARY_PATH": self._libraries(),
+            "TAVRO_MIDI": "jack",
+            "PIPEWIRE_LATENCY": LONG_PERIOD,
+        }
         if starts:
             self.start()
 
@@ -103,6 +109,11 @@ class PipeWireSession:
             elif not line.startswith(" "):
                 port = line
         return pairs
+
+    def periods_asked_for(self, client):
+        """What the client asks for: frames by rate; None where it asks for nothing."""
+        properties = [node["info"]["props"] for node in self._objects("Node")]
+        return [one.get("node.latency") for one in properties if one.get("node.name") == client]
 
     def led_from(self, source):
         return {target for port, target in self.links() if port == source}

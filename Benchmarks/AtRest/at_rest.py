@@ -63,8 +63,8 @@ def main():
     parser.add_argument("--seconds", type=int, default=30)
     arguments = parser.parse_args()
     lines = [["", "private MB", "share MB", "wake-ups", "CPU ms", "by thread"]]
-    with Stage(arguments.period, arguments.rendering) as stage:
-        print(f"{arguments.seconds} s each; {stage.describe(arguments.period)}; {arguments.rendering} rendering; {load()}")
+    with Stage(arguments) as stage:
+        print(f"{arguments.seconds} s each; {stage.describe()}; {arguments.rendering} rendering; {load()}")
         for name, title, command in contestants(arguments):
             program = stage.sandbox.start(name.replace(" ", "-"), command)
             stage.display.activate(stage.display.wait_for_window(title))

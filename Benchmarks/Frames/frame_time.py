@@ -18,7 +18,7 @@ def main():
     add_stage_options(parser)
     parser.add_argument("--presses", type=int, default=200)
     arguments = parser.parse_args()
-    with Stage(arguments.period, arguments.rendering) as stage:
+    with Stage(arguments) as stage:
         player = stage.sandbox.start("frame_player", [built(arguments, "frame_player"), arguments.presses])
         print(f"{arguments.rendering} rendering; {load()}")
         wait_for(lambda: len(player.objects) == 2, "the frames", 20 + arguments.presses)

@@ -43,10 +43,10 @@ def main():
     parser.add_argument("--without-jack-keyboard", action="store_true")
     parser.add_argument("--raw", type=pathlib.Path, help="writes every sample there, as JSON")
     arguments = parser.parse_args()
-    with Stage(arguments.period, arguments.rendering) as stage:
+    with Stage(arguments) as stage:
         those = contestants(stage, arguments)
         contest = Contest(stage, built(arguments, "key_injector"), arguments.gaps, those)
-        print(f"{stage.describe(arguments.period)}; {arguments.rendering} rendering")
+        print(f"{stage.describe()}; {arguments.rendering} rendering")
         contest.play(arguments.rounds, arguments.presses)
     contest.print_figures([those[1]])
     if arguments.raw:

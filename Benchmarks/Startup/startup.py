@@ -164,7 +164,7 @@ def main():
     add_stage_options(parser)
     parser.add_argument("--rounds", type=int, default=10)
     arguments = parser.parse_args()
-    with Stage(arguments.period, arguments.rendering) as stage:
+    with Stage(arguments) as stage:
         those = contestants(stage, arguments)
         play(stage, arguments, those)
     for kind in ("warm", "cold"):

@@ -58,8 +58,8 @@ def main():
     parser.add_argument("--steps", type=int, nargs="+", default=[5, 20, 50], help="in milliseconds")
     parser.add_argument("--raw", type=pathlib.Path, help="writes every chord there, as JSON")
     arguments = parser.parse_args()
-    with Stage(arguments.period, arguments.rendering) as stage:
-        print(f"{stage.describe(arguments.period)}; {arguments.rendering} rendering; {load()} at the start")
+    with Stage(arguments) as stage:
+        print(f"{stage.describe()}; {arguments.rendering} rendering; {load()} at the start")
         chords, summary = play(stage, arguments)
     missing = sum(chord["missing"] for chord in chords if is_sound(chord))
     if missing or summary["dropped"]:

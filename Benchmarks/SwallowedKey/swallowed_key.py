@@ -74,7 +74,7 @@ def main():
     add_stage_options(parser)
     add_contest_options(parser)
     arguments = parser.parse_args()
-    with Stage(arguments.period, arguments.rendering) as stage:
+    with Stage(arguments) as stage:
         roads = Roads(stage, arguments)
         those = [
             Contestant("swallowed", PROGRAM_PORT, roads.swallowed_by_the_program),
@@ -82,7 +82,7 @@ def main():
             Contestant("bare tap", BARE_PORT, roads.swallowed_by_the_bare_tap),
         ]
         contest = Contest(stage, built(arguments, "key_injector"), arguments.gaps, those)
-        print(f"{stage.describe(arguments.period)}; {arguments.rendering} rendering")
+        print(f"{stage.describe()}; {arguments.rendering} rendering")
         contest.play(arguments.rounds, arguments.presses)
         roads.close()
         if roads.elsewhere.presses():

@@ -3,6 +3,7 @@
 import signal
 import unittest
 
+import test_jack_faults
 from harness.controls import ControlsTest
 from harness.pipewire_stage import PipeWireStageTest
 from harness.recorder import SOURCE, Recorder
@@ -121,6 +122,10 @@ class PipeWireTest(PipeWireStageTest, ControlsTest):
         wait_for(lambda: self.recorder.connections_made() > connections, "the connection")
         self._seen = len(self.recorder.messages())
         self.assert_plays("d", 62)
+
+
+class FaultsTest(PipeWireStageTest, test_jack_faults.JackFaultsTest):
+    pass
 
 
 if __name__ == "__main__":

@@ -37,11 +37,14 @@ def wait_for_quick_end(program):
 class StartTest(EndToEndTest):
     def setUp(self):
         super().setUp()
-        self.server = JackServer(self.sandbox)
+        self.server = self.start_server()
         self.display = Display(self.sandbox)
         stop(self, self.server)
         self.application = Application(self.sandbox, self.display)
         self.application.wait_for_status(CLIENT_FAILURE.fullmatch, "the failure of the MIDI client")
+
+    def start_server(self):
+        return JackServer(self.sandbox)
 
     def test_window_quits(self):
         self.display.tap("alt+F4")
@@ -110,6 +113,20 @@ class PlayingTest(StageTest):
         synth.wait_for_connection("in")
         probe.tell("strum", 0, 60)
         self.assertIn([0x90, 60, 100], synth.wait_for_messages(1, "in"))
+
+    def test_what_waits_for_a_connection_in_vain_counts_as_lost(self):
+        probe = ConnectionProbe(self.sandbox)
+        self.addCleanup(probe.program.end)
+        synth = Recorder(self.sandbox, sources=(), inputs=("in",), name="Synth")
+        wait_for(lambda: "Synth:in" in probe.ask("destinations", "destinations"), "the destination")
+        stop(self, self.server)
+        probe.tell("select", "Synth:in")
+        probe.tell("strum", 0, 60, 64)
+        # What it tells of the loss comes with the next note.
+        wait_for(lambda: probe.tell("strum", 0, 67) or probe.lost_messages() >= 2, "the loss")
+        go_on(self.server)
+        synth.wait_for_connection("in")
+        self.assertNotIn([0x90, 60, 100], synth.messages("in"))
 
 
 if __name__ == "__main__":

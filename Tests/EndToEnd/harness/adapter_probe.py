@@ -46,3 +46,6 @@ class ConnectionProbe(Probe):
             return all(last[key] == value for key, value in wanted.items())
 
         wait_for(look, lambda: f"{wanted}; the probe wrote {self.program.lines}")
+
+    def lost_messages(self):
+        return [line for line in self.program.objects if "ready" in line][-1]["dropped"]

@@ -65,16 +65,22 @@ class PipeWireSession:
         return shown.stdout.strip()
 
     def start(self):
-        self._daemon = self._sandbox.start("pipewire", [tool("pipewire")])
+        self.program = self._sandbox.start("pipewire", [tool("pipewire")])
         wait_for(self._objects, "PipeWire")
         self._manager = self._sandbox.start("wireplumber", [tool("wireplumber")])
         wait_for(self._is_managed, "the session manager")
 
     def kill(self):
         """PipeWire dies, and nothing is left of what it knew."""
-        self._daemon.process.kill()
-        self._daemon.wait_for_end()
+        self.program.process.kill()
+        self.program.wait_for_end()
         self._manager.end()
+
+    def restart(self):
+        """Starts a new one. The one before must have ended."""
+        self.program.wait_for_end()
+        self._manager.end()
+        self.start()
 
     def _objects(self, kind=""):
         shown = self._sandbox.run(tool("pw-dump"))

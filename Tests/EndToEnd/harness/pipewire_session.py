@@ -84,7 +84,13 @@ class PipeWireSession:
 
     def _objects(self, kind=""):
         shown = self._sandbox.run(tool("pw-dump"))
-        objects = json.loads(shown.stdout) if shown.returncode == 0 and shown.stdout.strip() else []
+        if shown.returncode != 0 or not shown.stdout.strip():
+            return []
+        try:
+            objects = json.loads(shown.stdout)
+        except json.JSONDecodeError:
+            # A change in the middle is written behind the list.
+            return self._objects(kind)
         return [one for one in objects if one["type"].endswith(kind)]
 
     def _is_managed(self):

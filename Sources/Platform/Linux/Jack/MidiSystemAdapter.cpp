@@ -241,6 +241,8 @@ void MidiSystemAdapter::disposeClient(MidiObjectRef client) {
         return;
     }
     connection_.close();
+    // Notes on their way when the server goes are everybody's loss.
+    hasLeftUnsent_ = isConnected() && client_->writer().hasLeftUnsent();
     droppedBefore_ += client_->writer().droppedMessages();
     const auto time = client_->patience();
     notices_.reset();
@@ -305,8 +307,7 @@ void MidiSystemAdapter::disposePort(PortWriter::Port kind, OwnPort& own) {
     if (own.port.handle == nullptr) {
         return;
     }
-    // Notes on their way when the server goes are the loss of everybody.
-    hasLeftUnsent_ |= !client_->writer().detach(kind, [this] { return isConnected(); }) && isConnected();
+    client_->writer().detach(kind, [this] { return isConnected(); });
     calls_.makeSometime([held = client_, port = own.port] { held->unregisterPort(port); },
                         client_->patience());
     own = {};

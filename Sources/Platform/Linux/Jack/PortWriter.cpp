@@ -66,15 +66,13 @@ bool PortWriter::isServerSilent() const {
     return silentSince_ == finishedPeriods_.load();
 }
 
-bool PortWriter::detach(Port port, const std::function<bool()>& isServerThere) {
+void PortWriter::detach(Port port, const std::function<bool()>& isServerThere) {
     if (isServerThere()) {
         giveUpScheduled(port);
     }
     finishSending(isServerThere);
-    const auto isAllSent = isAllTaken();
     ports_[indexOf(port)].store(nullptr, std::memory_order_release);
     waitForPeriod(finishedPeriods_.load() + 1, isServerThere);
-    return isAllSent;
 }
 
 void PortWriter::beginGesture() {
@@ -141,6 +139,7 @@ int PortWriter::process(jack_nframes_t frames) {
     }
     const auto lost = merge_.fill(jack_last_frame_time(&client_), frames, buffers);
     dropped_.fetch_add(lost, std::memory_order_relaxed);
+    lostAtPorts_.fetch_add(lost, std::memory_order_relaxed);
     finishedPeriods_.fetch_add(1);
     return 0;
 }
@@ -153,7 +152,7 @@ void PortWriter::waitFor(const std::function<bool()>& condition, const std::func
     using Clock = std::chrono::steady_clock;
     const auto rate = std::max<std::uint64_t>(jack_get_sample_rate(&client_), 1);
     const std::chrono::microseconds period(jack_get_buffer_size(&client_) * std::uint64_t{1'000'000} / rate);
-    constexpr std::chrono::milliseconds lateness{100};
+    constexpr std::chrono::milliseconds lateness{250};
     const auto end = Clock::now() + 8 * period + lateness;
     auto periods = finishedPeriods_.load();
     auto nextPeriodBy = Clock::now() + 2 * period + lateness;

@@ -37,15 +37,18 @@ public:
     void attach(Port port, jack_port_t& target);
 
     /// Waits until everything sent and settled before has gone over the wire: only while periods go on, no
-    /// longer than a few of them and a tenth of a second, and only while `isServerThere` answers true.
+    /// longer than a few of them and a quarter of a second, and only while `isServerThere` answers true.
     void finishSending(const std::function<bool()>& isServerThere);
 
     /// Whether no period has come since one was waited for in vain.
     [[nodiscard]] bool isServerSilent() const;
 
+    /// Whether something that was sent did not come to its port, or has not yet: at the end it never will.
+    [[nodiscard]] bool hasLeftUnsent() { return !isAllTaken() || lostAtPorts_.load() != 0; }
+
     /// Gives up what is scheduled for the port, finishes sending, then gives the port up: once this returns
-    /// it can be unregistered. False when something was left that the server did not take.
-    bool detach(Port port, const std::function<bool()>& isServerThere);
+    /// it can be unregistered.
+    void detach(Port port, const std::function<bool()>& isServerThere);
 
     /// What is sent and scheduled between these two is one gesture of the moment at which it began, and
     /// leaves when it has ended. What comes outside of them is a gesture each. They may be nested: the outer
@@ -99,6 +102,8 @@ private:
     /// The same when a period was waited for in vain.
     std::optional<std::uint64_t> silentSince_;
     std::atomic<std::uint64_t> dropped_ = 0;
+    /// Of these, what came to a port that was given up.
+    std::atomic<std::uint64_t> lostAtPorts_ = 0;
 };
 
 } // namespace tavro::jack

@@ -59,11 +59,16 @@ void connect(bench::ArrivalRecorder& recorder) {
 int play(unsigned chords, std::vector<int> steps) {
     QtMainActor mainActor;
     jack::MidiSystemAdapter adapter(mainActor);
-    auto owned = std::make_unique<bench::SwitchableScheduling>(adapter);
-    auto& scheduling = *owned;
     auto adapters = AppMainAdapters::headless();
-    adapters.midiSystem = std::move(owned);
+    bench::SwitchableScheduling* made = nullptr;
+    adapters.midiSystems = MidiSystemTable(
+        {{QStringLiteral("jack"), QStringLiteral("JACK"), [&](MainActor&, const MidiSystemOptions&) {
+              auto owned = std::make_unique<bench::SwitchableScheduling>(adapter);
+              made = owned.get();
+              return owned;
+          }}});
     AppMainComposition program(adapters, mainActor);
+    auto& scheduling = *made;
     program.controller.loadState(chordsOfManyNotes());
     if (!program.window.load()) {
         throw std::runtime_error("the window could not be made");

@@ -42,12 +42,7 @@ std::shared_ptr<Client> Client::open(const std::string& name, std::shared_ptr<Gr
         status = status == jack_status_t{} ? JackFailure : status;
         return nullptr;
     }
-    std::shared_ptr<Client> client(new Client(*handle, std::move(notices)));
-    if (jack_activate(handle) != 0) {
-        status = JackFailure;
-        return nullptr;
-    }
-    return client;
+    return std::shared_ptr<Client>(new Client(*handle, std::move(notices)));
 }
 
 Client::Client(jack_client_t& handle, std::shared_ptr<GraphNotices::Line> notices)
@@ -69,12 +64,13 @@ Client::Port Client::registerPort(const std::string& name) {
     return port;
 }
 
-void Client::unregisterPort(const Port& port) {
+void Client::forgetPort(const Port& port) {
     // The names outlive the server, and its successor gives the port's number to another port.
     jack_remove_property(handle_, port.uuid, JACK_METADATA_PRETTY_NAME);
-    if (isServerThere()) {
-        jack_port_unregister(handle_, port.handle);
-    }
+}
+
+bool Client::activate() {
+    return jack_activate(handle_) == 0;
 }
 
 std::vector<Client::InputPort> Client::inputPortsOfOthers() {

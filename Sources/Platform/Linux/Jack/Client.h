@@ -17,7 +17,8 @@ namespace tavro::jack {
 /// and are to be called on one thread; the rest is for the main thread.
 class Client {
 public:
-    /// Null, and the server's answer in `status`, when there can be none. Never starts a server.
+    /// Null, and the server's answer in `status`, when there can be none. Never starts a server. The client
+    /// is to get its ports and then to be activated.
     [[nodiscard]] static std::shared_ptr<Client>
     open(const std::string& name, std::shared_ptr<GraphNotices::Line> notices, jack_status_t& status);
 
@@ -33,8 +34,13 @@ public:
     /// A port from which messages go, with its name for people too. Null when the server refuses.
     [[nodiscard]] Port registerPort(const std::string& name);
 
-    /// The port must not be written to any more.
-    void unregisterPort(const Port& port);
+    /// Takes the port's name for people back. The port itself stays until the client is closed: libjack walks
+    /// through its list of ports on a thread of its own, whenever the server tells of latencies, and would
+    /// crash over one that goes meanwhile. For the same reason ports are made before the client is active.
+    void forgetPort(const Port& port);
+
+    /// From now on the server calls it. False when the server refuses.
+    [[nodiscard]] bool activate();
 
     /// Connects the port to the input port of this name, if that is there, and to nothing else; empty is
     /// none.

@@ -78,6 +78,10 @@ MidiCreation MidiSystemAdapter::createOutputPort(MidiObjectRef client, std::stri
 MidiCreation MidiSystemAdapter::createSource(MidiObjectRef client, std::string_view name) {
     auto creation = createPort(client, name, PortWriter::Port::source, source_);
     creation.reference = creation.status == 0 ? sourceReference : 0;
+    // The last of the ports.
+    if (isConnected() && !activate()) {
+        return failure(JackFailure);
+    }
     return creation;
 }
 
@@ -271,6 +275,16 @@ bool MidiSystemAdapter::isConnected() const {
     return client_ != nullptr && client_->isServerThere();
 }
 
+bool MidiSystemAdapter::activate() {
+    const auto isActive = std::make_shared<bool>(false);
+    const auto isAnswered =
+        calls_.make([isActive, held = client_] { *isActive = held->activate(); }, patienceForAPort);
+    if (!isAnswered) {
+        notices_->line()->announceLoss();
+    }
+    return isAnswered && *isActive;
+}
+
 void MidiSystemAdapter::followChange() {
     connection_.follow();
     if (const auto notify = onChange_) {
@@ -308,8 +322,7 @@ void MidiSystemAdapter::disposePort(PortWriter::Port kind, OwnPort& own) {
         return;
     }
     client_->writer().detach(kind, [this] { return isConnected(); });
-    calls_.makeSometime([held = client_, port = own.port] { held->unregisterPort(port); },
-                        client_->patience());
+    calls_.makeSometime([held = client_, port = own.port] { held->forgetPort(port); }, client_->patience());
     own = {};
 }
 

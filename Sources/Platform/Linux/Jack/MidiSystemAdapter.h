@@ -23,9 +23,10 @@
 namespace tavro::jack {
 
 /// MIDI through a JACK server (or PipeWire's stand-in for one) that is already running; none is ever
-/// started. There is one client with at most one source and one output port. The source is a port that
-/// everybody may connect; the output port is connected to the destination of its route and to nothing else,
-/// which is put right again whenever the graph changes.
+/// started. There is one client with at most one source and one output port. It is active when the source is
+/// made, so that this comes last, and its ports go with it. The source is a port that everybody may connect;
+/// the output port is connected to the destination of its route and to nothing else, which is put right again
+/// whenever the graph changes.
 ///
 /// A destination is a MIDI input port of another client. Its number stays with its name while the program
 /// runs, so a route to a port that is gone works again when the port returns.
@@ -114,6 +115,8 @@ private:
     [[nodiscard]] MidiCreation createPort(MidiObjectRef client, std::string_view name, PortWriter::Port kind,
                                           OwnPort& own);
     void disposePort(PortWriter::Port kind, OwnPort& own);
+    /// False when the server refuses or does not answer.
+    [[nodiscard]] bool activate();
 
     MainActor& mainActor_;
     MidiSystemOptions options_;
